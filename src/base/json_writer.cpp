@@ -1,0 +1,157 @@
+#include "base/json_writer.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <utility>
+
+#include "base/text.h"
+
+namespace tessary {
+namespace {
+
+/// For each byte: 0 when it stands as it is, the letter of its short escape, or 'u' for \u00XX.
+constexpr std::array<char, 256> kEscapes = [] {
+    std::array<char, 256> table{};
+    for (std::size_t i = 0; i < 0x20; ++i) table[i] = 'u';
+    table['"'] = '"';
+    table['\\'] = '\\';
+    table['\b'] = 'b';
+    table['\f'] = 'f';
+    table['\n'] = 'n';
+    table['\r'] = 'r';
+    table['\t'] = 't';
+    return table;
+}();
+
+constexpr double kLargestPlainInteger = 1e15;
+
+}  // namespace
+
+void JsonWriter::newLine() {
+    if (format_.layout == JsonLayout::compact) return;
+    text_ += '\n';
+    text_.append(depth_ * 2, ' ');
+}
+
+void JsonWriter::beforeValue() {
+    if (afterKey_) {
+        afterKey_ = false;
+        return;
+    }
+    if (needsComma_) text_ += ',';
+    if (depth_ > 0) newLine();
+}
+
+void JsonWriter::open(char bracket) {
+    beforeValue();
+    text_ += bracket;
+    ++depth_;
+    needsComma_ = false;
+}
+
+void JsonWriter::close(char bracket) {
+    --depth_;
+    if (needsComma_) newLine();
+    text_ += bracket;
+    needsComma_ = true;
+}
+
+void JsonWriter::key(std::string_view name) {
+    beforeValue();
+    quoted(name);
+    text_ += format_.layout == JsonLayout::compact ? ":" : ": ";
+    afterKey_ = true;
+}
+
+void JsonWriter::null() {
+    beforeValue();
+    text_ += "null";
+    needsComma_ = true;
+}
+
+void JsonWriter::boolean(bool value) {
+    beforeValue();
+    text_ += value ? "true" : "false";
+    needsComma_ = true;
+}
+
+void JsonWriter::integer(std::int64_t value) {
+    beforeValue();
+    std::array<char, 24> digits;
+    const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+    text_.append(digits.data(), end);
+    needsComma_ = true;
+}
+
+void JsonWriter::number(double value) {
+    if (!std::isfinite(value)) {
+        refuse("a number that is not finite");
+        return null();
+    }
+    if (std::fabs(value) < kLargestPlainInteger && value == std::trunc(value)) {
+        if (value != 0 || !std::signbit(value)) return integer(static_cast<std::int64_t>(value));
+        beforeValue();
+        text_ += "-0.0";  // "-0" would read back as the integer 0 and lose its sign
+    } else {
+        beforeValue();
+        // Readers take a long run of digits without an exponent for an integer, which may not fit one.
+        const bool large = std::fabs(value) >= kLargestPlainInteger;
+        std::array<char, 32> digits;
+        char* const last = digits.data() + digits.size();
+        const auto [end, error] = large ? std::to_chars(digits.data(), last, value, std::chars_format::scientific)
+                                        : std::to_chars(digits.data(), last, value);
+        text_.append(digits.data(), end);
+    }
+    needsComma_ = true;
+}
+
+void JsonWriter::string(std::string_view value) {
+    beforeValue();
+    quoted(value);
+    needsComma_ = true;
+}
+
+void JsonWriter::date(Date value) {
+    if (format_.dates == JsonDates::referenceSeconds) return number(value.seconds);
+    if (const std::optional<std::string> text = formatIso8601(value)) return string(*text);
+    refuse("a date outside the years 1 to 9999");
+    null();
+}
+
+void JsonWriter::quoted(std::string_view value) {
+    constexpr std::string_view kHex = "0123456789abcdef";
+    text_ += '"';
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(value[i]);
+        const char escape = kEscapes[byte];
+        if (escape == 0) [[likely]] continue;
+        text_.append(value, start, i - start);
+        text_ += '\\';
+        text_ += escape;
+        if (escape == 'u') {
+            text_ += "00";
+            text_ += kHex[byte >> 4];
+            text_ += kHex[byte & 0x0F];
+        }
+        start = i + 1;
+    }
+    text_.append(value, start, value.size() - start);
+    text_ += '"';
+}
+
+void JsonWriter::refuse(std::string_view reason) {
+    if (refusal_.empty()) refusal_ = reason;
+}
+
+std::expected<std::string, std::string> JsonWriter::finish() {
+    std::string text = std::exchange(text_, {});
+    if (!refusal_.empty()) return std::unexpected("cannot write " + std::exchange(refusal_, {}));
+    depth_ = 0;
+    needsComma_ = afterKey_ = false;
+    if (!isValidUtf8(text)) return scrubbedUtf8(text);
+    return text;
+}
+
+}  // namespace tessary
