@@ -1,0 +1,257 @@
+#include "study/flashcard_store.h"
+
+#include <utility>
+
+#include "study/scheduler.h"
+
+namespace tessary {
+namespace {
+
+constexpr std::string_view kSchedulerName = "FSRS-5";
+
+/// Suspended cards count as suspended only, not by phase or as due.
+void count(FlashcardDeckStats& stats, const Flashcard& card, Date now) {
+    ++stats.total;
+    if (card.flagged) ++stats.flagged;
+    if (card.suspended) {
+        ++stats.suspended;
+        return;
+    }
+    switch (card.memory.phase) {
+        case CardMemory::Phase::fresh: ++stats.fresh; break;
+        case CardMemory::Phase::learning:
+        case CardMemory::Phase::relearning: ++stats.learning; break;
+        case CardMemory::Phase::review: ++stats.review; break;
+    }
+    if (card.memory.due <= now) ++stats.due;
+}
+
+}  // namespace
+
+FlashcardStore::FlashcardStore(std::filesystem::path file, StoreServices services, SerialQueue& queue, ReviewLog& log,
+                               StoreAccess access)
+    : services_(services),
+      queue_(queue),
+      log_(log),
+      access_(access),
+      file_(std::move(file), "Notara: flashcards save failed — ", services, queue, access),
+      saveWork_(services.loop, kSaveDelay, [this] { save(); }) {
+    FlashcardFile content = file_.load();
+    cards_ = RecordList<Flashcard>(std::move(content.cards));
+    introduced_ = std::move(content.introduced);
+    flushObserver_ = services_.notifications.observe(kNtoFlushStore, [this] { flush(); });
+}
+
+FlashcardStore::~FlashcardStore() = default;
+
+std::vector<CardId> FlashcardStore::addCards(PageId page, std::vector<CardContent> contents, Date now) {
+    std::vector<CardId> added;
+    added.reserve(contents.size());
+    for (CardContent& content : contents) {
+        Flashcard card;
+        card.id = CardId{services_.ids.next()};
+        card.pageID = page;
+        card.createdAt = now;
+        card.memory = freshMemory(now);
+        setContent(card, std::move(content));
+        added.push_back(card.id);
+        cards_.append(std::move(card));
+    }
+    touched(added);
+    return added;
+}
+
+std::optional<FlashcardStore::Rated> FlashcardStore::rate(CardId id, Rating rating, Date now, double secondsTaken) {
+    const std::shared_ptr<const Flashcard> previous = cards_.share(id);
+    if (!previous) return std::nullopt;
+    Flashcard card = *previous;
+    card.memory = schedule(previous->memory, rating, now, desiredRetention(services_.settings), identityHash(id));
+    if (rating == Rating::again) card.failedAt = now;
+
+    Undoable undoable{.id = id, .previous = previous, .logged = {}, .introducedOn = {}, .suspendedAsLeech = false};
+    if (previous->memory.phase == CardMemory::Phase::fresh) {
+        undoable.introducedOn = today(now);
+        ++introduced_[*undoable.introducedOn];
+    }
+    if (isLeech(card) && !card.suspended &&
+        services_.settings.boolean("flashcards.suspendLeeches").value_or(true)) {
+        card.suspended = undoable.suspendedAsLeech = true;
+    }
+
+    undoable.logged = ReviewLogEntry{.kind = ReviewLogEntry::Kind::rating,
+                                     .at = now,
+                                     .card = id,
+                                     .rating = rating,
+                                     .phase = previous->memory.phase,
+                                     .stabilityBefore = previous->memory.stability,
+                                     .stabilityAfter = card.memory.stability,
+                                     .difficultyBefore = previous->memory.difficulty,
+                                     .difficultyAfter = card.memory.difficulty,
+                                     .elapsedDays = {},
+                                     .intervalSeconds = card.memory.due - now,
+                                     .secondsTaken = secondsTaken,
+                                     .scheduler = std::string(kSchedulerName)};
+    if (previous->memory.lastReview) {
+        undoable.logged.elapsedDays = (now - *previous->memory.lastReview) / kSecondsPerDay;
+    }
+    if (access_ == StoreAccess::readWrite) log_.append(undoable.logged);
+
+    const Rated rated{.suspendedAsLeech = undoable.suspendedAsLeech};
+    undoStack_.push_back(std::move(undoable));
+    cards_.replace(std::move(card));
+    touched({id});
+    return rated;
+}
+
+std::optional<CardId> FlashcardStore::undo(Date now) {
+    if (undoStack_.empty()) return std::nullopt;
+    Undoable last = std::move(undoStack_.back());
+    undoStack_.pop_back();
+    if (last.introducedOn) {
+        const auto day = introduced_.find(*last.introducedOn);
+        if (day != introduced_.end() && --day->second <= 0) introduced_.erase(day);
+    }
+    const bool found = change(last.id, [&](Flashcard& card) {
+        card.memory = last.previous->memory;
+        card.failedAt = last.previous->failedAt;
+        if (last.suspendedAsLeech) card.suspended = last.previous->suspended;
+    });
+    last.logged.kind = ReviewLogEntry::Kind::undo;
+    last.logged.at = now;
+    if (access_ == StoreAccess::readWrite) log_.append(last.logged);
+    return found ? std::optional(last.id) : std::nullopt;
+}
+
+template <class Change>
+bool FlashcardStore::change(CardId id, Change apply) {
+    const Flashcard* present = cards_.find(id);
+    if (present == nullptr) return false;
+    Flashcard card = *present;
+    apply(card);
+    cards_.replace(std::move(card));
+    touched({id});
+    return true;
+}
+
+bool FlashcardStore::edit(CardId id, CardContent content) {
+    return change(id, [&](Flashcard& card) { setContent(card, std::move(content)); });
+}
+
+bool FlashcardStore::setSuspended(CardId id, bool suspended) {
+    return change(id, [&](Flashcard& card) { card.suspended = suspended; });
+}
+
+bool FlashcardStore::setFlagged(CardId id, bool flagged) {
+    return change(id, [&](Flashcard& card) { card.flagged = flagged; });
+}
+
+bool FlashcardStore::reset(CardId id, Date now) {
+    forgetUndo(id);
+    return change(id, [&](Flashcard& card) {
+        card.memory = freshMemory(now);
+        card.failedAt.reset();
+    });
+}
+
+bool FlashcardStore::remove(CardId id) {
+    if (cards_.extractIf([&](const Flashcard& card) { return card.id == id; }).empty()) return false;
+    forgetUndo(id);
+    touched({id});
+    return true;
+}
+
+std::size_t FlashcardStore::resetPage(PageId page, Date now) {
+    std::vector<CardId> ids;
+    for (const Flashcard& card : cards_) {
+        if (card.pageID == page) ids.push_back(card.id);
+    }
+    for (const CardId id : ids) reset(id, now);
+    return ids.size();
+}
+
+std::size_t FlashcardStore::removePage(PageId page) {
+    std::vector<CardId> ids;
+    for (const auto& card : cards_.extractIf([&](const Flashcard& c) { return c.pageID == page; })) {
+        ids.push_back(card->id);
+        forgetUndo(card->id);
+    }
+    const std::size_t removed = ids.size();
+    if (removed > 0) touched(std::move(ids));
+    return removed;
+}
+
+FlashcardDeckStats FlashcardStore::stats(PageId page, Date now) const {
+    FlashcardDeckStats stats;
+    double recall = 0;
+    std::int64_t reviewed = 0;
+    for (const Flashcard& card : cards_) {
+        if (card.pageID != page) continue;
+        count(stats, card, now);
+        if (isLeech(card)) ++stats.leeches;
+        if (!card.memory.lastReview) continue;
+        recall += retrievability(card.memory, now);
+        ++reviewed;
+    }
+    if (reviewed > 0) stats.averageRecall = recall / static_cast<double>(reviewed);
+    return stats;
+}
+
+bool FlashcardStore::isLeech(const Flashcard& card) const {
+    const std::int64_t limit = leechLapses();
+    return limit > 0 && card.memory.lapses >= limit;
+}
+
+std::int64_t FlashcardStore::newCardsLeft(Date now) const {
+    const std::int64_t limit = services_.settings.integer("flashcards.newPerDay").value_or(20);
+    return std::max<std::int64_t>(0, limit - introducedOn(today(now)));
+}
+
+std::int64_t FlashcardStore::reviewsLeft(Date now) const {
+    const Date dayStart = services_.calendar.startOfDay(now);
+    std::int64_t ratedToday = 0;
+    for (const Flashcard& card : cards_) {
+        if (card.memory.lastReview && *card.memory.lastReview >= dayStart) ++ratedToday;
+    }
+    // The cards introduced today were rated today too, but not reviewed.
+    const std::int64_t reviewed = std::max<std::int64_t>(0, ratedToday - introducedOn(today(now)));
+    const std::int64_t limit = services_.settings.integer("flashcards.maxReviews").value_or(200);
+    return std::max<std::int64_t>(0, limit - reviewed);
+}
+
+void FlashcardStore::flush() {
+    if (!saveWork_.isPending() && file_.lastSaveFailed()) return save();
+    saveWork_.flush();
+}
+
+std::expected<void, std::string> FlashcardStore::flushAndWait() {
+    flush();
+    queue_.drain();
+    if (!file_.lastSaveFailed()) return {};
+    return std::unexpected(file_.name() + ": " + file_.lastSaveError());
+}
+
+void FlashcardStore::touched(std::vector<CardId> ids) {
+    saveWork_.schedule();
+    changed.emit(ids);
+}
+
+void FlashcardStore::forgetUndo(CardId id) {
+    std::erase_if(undoStack_, [&](const Undoable& undoable) { return undoable.id == id; });
+}
+
+void FlashcardStore::save() {
+    file_.saveRoot(FlashcardFile{.version = 1, .cards = cards_.snapshot(), .introduced = introduced_});
+}
+
+std::string FlashcardStore::today(Date now) const { return dayKey(services_.calendar.civilTime(now).day); }
+
+std::int64_t FlashcardStore::leechLapses() const {
+    return services_.settings.integer("flashcards.leechLapses").value_or(8);
+}
+
+std::int64_t FlashcardStore::introducedOn(const std::string& day) const {
+    const auto found = introduced_.find(day);
+    return found == introduced_.end() ? 0 : found->second;
+}
+
+}  // namespace tessary
