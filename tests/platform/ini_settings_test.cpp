@@ -85,7 +85,8 @@ TEST_F(IniSettingsTest, AMissingFileHasNoKeysAndIsMadeByTheFirstChange) {
 TEST_F(IniSettingsTest, AwkwardTextsComeBack) {
     const std::vector<std::string> texts = {
         "", " ", "  both  ", "\t", "a;b,c=d", "\"quoted\"", "back\\slash\\", "line\nfeed\r\n", "@", "@@x",
-        "@ByteArray(x)", "@Invalid()", "\x01" "f", "\x01\x02" "9", std::string("\0" "7a", 3), "Käse 漢字 😀", "\x7F", "?'", "#", ";", "[x]",
+        "@ByteArray(x)", "@Invalid()", "\x01" "f", "\x01\x02" "9", std::string("\0" "7a", 3),
+        "Käse 漢字 😀", "\x7F", "?'", "#", ";", "[x]",
         "true", "%20", "a=\"", "\\x41", "\xC2\xA0"};
     for (const std::string& text : texts) {
         IniSettings settings = open();

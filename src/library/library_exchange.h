@@ -1,0 +1,44 @@
+#pragma once
+
+#include <expected>
+#include <filesystem>
+#include <string>
+
+#include "library/journal_store.h"
+
+/// The library's ways out of and into the program.
+namespace tessary {
+
+inline constexpr std::string_view kJsonExportName = "Tessary Export.json";
+inline constexpr std::string_view kMarkdownExportName = "Tessary Export.md";
+inline constexpr std::string_view kNothingToExport = "There are no pages to export.";
+
+/// All live pages as pretty-printed JSON with sorted keys and ISO 8601 dates. Refused when there are none.
+[[nodiscard]] std::expected<std::string, Refusal> exportedJson(const JournalStore& store);
+
+/// All live pages as one Markdown document, subpages after their parents. Refused when there are none.
+[[nodiscard]] std::expected<std::string, Refusal> exportedMarkdown(const JournalStore& store);
+
+/// Writes an export to a file of the user's choice; a failure also goes to the console
+/// ("Notara: export failed — ").
+std::expected<void, Refusal> writeExport(const std::filesystem::path& file, std::string_view content, FileSystem& files,
+                                         Console& console);
+
+struct ImportCount {
+    std::size_t added = 0;
+    std::size_t skipped = 0;  ///< their identity is already in the library
+};
+
+/// Adds every page of an export (or of a library file) whose identity is not in the library yet; pages in the trash
+/// count as in the library. Nothing is added when the file cannot be read; a failure also goes to the console
+/// ("Notara: import failed — ").
+std::expected<ImportCount, Refusal> importJson(JournalStore& store, const std::filesystem::path& file,
+                                               const StoreServices& services);
+
+/// The automatic backup on quit: all live pages in the export's format, as "Tessary-yyyy-MM-dd.json" in
+/// `documents`/"Tessary Backups". A second one on the same day replaces the first. Not made when a library file could
+/// not be read at start.
+std::expected<void, Refusal> writeAutoBackup(const JournalStore& store, const std::filesystem::path& documents,
+                                             const StoreServices& services);
+
+}  // namespace tessary

@@ -1,0 +1,153 @@
+#include "library/sandbox_move.h"
+
+#include <gtest/gtest.h>
+
+#include "library/library_json.h"
+#include "platform/adapters/icu/icu_calendar.h"
+#include "platform/adapters/ini/ini_settings.h"
+#include "platform/atomic_write.h"
+#include "support/fakes.h"
+#include "support/memory_file_system.h"
+#include "support/virtual_loop.h"
+
+namespace tessary {
+namespace {
+
+namespace fs = std::filesystem;
+
+class SandboxMoveTest : public ::testing::Test {
+protected:
+    void SetUp() override { put(kNew / kLockFileName, "1"); }
+
+    void put(const fs::path& path, std::string_view content) {
+        ASSERT_TRUE(files.createFolders(path.parent_path()));
+        ASSERT_TRUE(writeAtomically(files, path, content));
+    }
+
+    std::string pages(std::size_t count, double latestEdit) {
+        std::vector<JournalEntry> entries(count);
+        for (JournalEntry& entry : entries) entry.id = PageId{ids.next()};
+        if (count > 0) entries.back().updatedAt = Date{latestEdit};
+        return encodeJson(entries).value();
+    }
+
+    void putOld(std::string_view content) { put(kOld / "entries.json", content); }
+    void putNew(std::string_view content) { put(kNew / "entries.json", content); }
+    [[nodiscard]] std::string present() const { return files.read(kNew / "entries.json").value_or("none"); }
+    [[nodiscard]] bool flagged() const { return settings.boolean(kLeftSandboxKey).value_or(false); }
+    [[nodiscard]] fs::path aside() const {
+        return "/home/Notara-before-1.3.2-" + timeStamp(calendar.civilTime(clock.now()));
+    }
+    void leave() { leaveSandbox({.homeFolder = "/home", .libraryFolder = kNew}, services); }
+
+    static inline const fs::path kNew = "/home/Notara";
+    static inline const fs::path kOld =
+        "/home/Library/Containers/com.vorlek.Notara/Data/Library/Application Support/Notara";
+
+    MemoryFileSystem files;
+    VirtualLoop loop;
+    ManualClock clock{Date{800'000'000}};
+    IcuCalendar calendar{"Europe/Berlin"};
+    SequentialIds ids;
+    IniSettings settings{files, "/settings.ini"};
+    RecordingConsole console;
+    NotificationCenter notifications;
+    StoreServices services{files, loop, clock, calendar, ids, settings, console, notifications};
+};
+
+TEST_F(SandboxMoveTest, TakesTheOldLibraryOverAndKeepsTheNewOne) {
+    const std::string old = pages(3, 20);
+    const std::string before = pages(2, 20);
+    putOld(old);
+    put(kOld / "images" / "a.png", "picture");
+    put(kOld / kLockFileName, "99");
+    putNew(before);
+    put(kNew / "audio" / "b.m4a", "sound");
+    leave();
+    EXPECT_EQ(present(), old);
+    EXPECT_EQ(files.read(kNew / "images" / "a.png").value(), "picture");
+    EXPECT_EQ(files.read(kNew / kLockFileName).value(), "1");
+    EXPECT_FALSE(exists(files, kNew / "audio"));
+    EXPECT_EQ(files.read(aside() / "entries.json").value(), before);
+    EXPECT_EQ(files.read(aside() / "audio" / "b.m4a").value(), "sound");
+    EXPECT_EQ(files.read(kOld / "entries.json").value(), old);
+    EXPECT_TRUE(flagged());
+    EXPECT_TRUE(console.lines().empty());
+}
+
+TEST_F(SandboxMoveTest, AFreshLibraryNeedsNoPlaceAside) {
+    putOld(pages(1, 5));
+    leave();
+    EXPECT_EQ(present(), files.read(kOld / "entries.json").value());
+    EXPECT_FALSE(exists(files, aside()));
+}
+
+TEST_F(SandboxMoveTest, ComparesPagesAndLatestEdits) {
+    struct Case {
+        std::size_t oldPages;
+        double oldEdit;
+        std::size_t newPages;
+        double newEdit;
+        bool taken;
+    };
+    for (const Case& c : {Case{2, 10, 2, 10, false}, Case{2, 11, 2, 10, true}, Case{3, 10, 2, 10, true},
+                          Case{3, 9, 2, 10, false}, Case{1, 11, 2, 10, false}, Case{0, 0, 0, 0, false},
+                          Case{1, 1, 0, 0, true}}) {
+        const std::string old = pages(c.oldPages, c.oldEdit);
+        putOld(old);
+        putNew(pages(c.newPages, c.newEdit));
+        ASSERT_TRUE(settings.remove(kLeftSandboxKey));
+        const bool alike = present() == old;
+        leave();
+        EXPECT_EQ(present() == old && !alike, c.taken) << c.oldPages << ' ' << c.oldEdit;
+        EXPECT_TRUE(flagged());
+    }
+}
+
+TEST_F(SandboxMoveTest, NeverReplacesWhatCannotBeDecoded) {
+    putOld(pages(3, 20));
+    putNew("[{");
+    leave();
+    EXPECT_EQ(present(), "[{");
+}
+
+TEST_F(SandboxMoveTest, AnOldLibraryThatCannotBeDecodedStays) {
+    putOld("[{");
+    leave();
+    EXPECT_EQ(present(), "none");
+}
+
+TEST_F(SandboxMoveTest, HappensOnceAndOnlyOutsideTheSandbox) {
+    putOld(pages(3, 20));
+    leaveSandbox({.stillSandboxed = true, .homeFolder = "/home", .libraryFolder = kNew}, services);
+    EXPECT_EQ(present(), "none");
+    EXPECT_FALSE(flagged());
+    ASSERT_TRUE(settings.setBoolean(kLeftSandboxKey, true));
+    leave();
+    EXPECT_EQ(present(), "none");
+}
+
+TEST_F(SandboxMoveTest, AFailureAtAnyStepLosesNothingAndIsTold) {
+    const std::string old = pages(3, 20);
+    const std::string before = pages(2, 20);
+    putOld(old);
+    for (int step = 1; step <= 6; ++step) {
+        putNew(before);
+        ASSERT_TRUE(settings.remove(kLeftSandboxKey));
+        files.failAfter(step, FileError::Kind::noSpace);
+        leave();
+        files.stopFailing();
+        bool kept = present() == before;
+        const std::vector<DirectoryEntry> folders = files.list("/home").value();
+        for (const DirectoryEntry& entry : folders) {
+            kept = kept || files.read(fs::path("/home") / entry.name / "entries.json").value_or("") == before;
+        }
+        EXPECT_TRUE(kept) << step;
+        EXPECT_EQ(files.read(kOld / "entries.json").value(), old);
+        ASSERT_FALSE(console.lines().empty());
+        EXPECT_TRUE(console.lines()[0].starts_with("Tessary: couldn't copy the journal out of the sandbox: "));
+    }
+}
+
+}  // namespace
+}  // namespace tessary
