@@ -1,0 +1,124 @@
+#include "cli/identifiers.h"
+#include "cli/interrupts.h"
+#include "cli/page_commands.h"
+#include "library/note_import.h"
+
+namespace tessary {
+namespace {
+
+struct ImportArgs {
+    std::vector<std::string> paths;
+    std::string notebook;
+};
+
+/// One line that is written over on a terminal; a line now and then elsewhere.
+class ProgressLine {
+public:
+    explicit ProgressLine(const ProgramStreams& streams) : streams_(streams) {}
+
+    void show(const NoteImportProgress& progress) {
+        if (streams_.errIsTerminal) {
+            constexpr std::size_t kBarColumns = 30;
+            const std::size_t filled = progress.total == 0 ? 0 : kBarColumns * progress.done / progress.total;
+            streams_.err << "\r[" << std::string(filled, '#') << std::string(kBarColumns - filled, '.') << "] "
+                         << progress.done << " of " << progress.total << std::flush;
+            shown_ = true;
+        } else if (progress.done > 0 && (progress.done % kEvery == 0 || progress.done == progress.total)) {
+            streams_.err << "Read " << progress.done << " of " << progress.total << " files\n";
+        }
+    }
+    ~ProgressLine() {
+        if (shown_) streams_.err << "\r\x1b[K" << std::flush;
+    }
+
+private:
+    static constexpr std::size_t kEvery = 500;  ///< files
+    const ProgramStreams& streams_;
+    bool shown_ = false;
+};
+
+NoteImportReport runImport(CommandContext& context, Workspace& workspace, const ImportArgs& args) {
+    const Interrupts interrupts;
+    std::stop_source stop;
+    ProgressLine line(context.streams());
+    NoteImportOptions options{.notebook = {}, .progress = {}, .stop = stop.get_token()};
+    options.progress = [&](const NoteImportProgress& progress) {
+        if (interrupts.raised()) stop.request_stop();
+        line.show(progress);
+    };
+    if (!args.notebook.empty()) options.notebook = findNotebook(workspace.library(), args.notebook).id;
+    const std::vector<std::filesystem::path> paths(args.paths.begin(), args.paths.end());
+    return importNotes(workspace.library(), paths, workspace.services(), context.system().frontMatter, options);
+}
+
+std::string describe(const NoteProblem& problem) { return onOneLine(problem.path.string() + ": " + problem.text); }
+
+void printReportJson(CommandContext& context, const NoteImportReport& report) {
+    context.printJson([&](JsonWriter& writer) {
+        const auto number = [&](std::string_view key, std::size_t value) {
+            writer.key(key);
+            writer.integer(static_cast<std::int64_t>(value));
+        };
+        writer.beginObject();
+        writer.key("added");
+        writeValue(writer, report.added);
+        writer.key("notebooks");
+        writeValue(writer, report.notebooks);
+        number("alreadyThere", report.alreadyThere);
+        number("images", report.images);
+        writer.key("problems");
+        writer.beginArray();
+        for (const NoteProblem& problem : report.problems) {
+            writer.beginObject();
+            writer.key("path");
+            writer.string(problem.path.string());
+            writer.key("text");
+            writer.string(problem.text);
+            writer.endObject();
+        }
+        writer.endArray();
+        writer.key("cancelled");
+        writer.boolean(report.cancelled);
+        writer.endObject();
+    });
+}
+
+void printReport(CommandContext& context, const NoteImportReport& report) {
+    std::ostream& out = context.out();
+    out << "Added " << counted(report.added.size(), "page", "pages");
+    if (!report.notebooks.empty()) out << " in " << counted(report.notebooks.size(), "new notebook", "new notebooks");
+    if (report.images > 0) out << " with " << counted(report.images, "image", "images");
+    out << '.';
+    if (report.alreadyThere > 0) out << ' ' << counted(report.alreadyThere, "note was", "notes were") << " already there.";
+    out << '\n';
+    if (!report.added.empty()) out << "Make cards of them: tessary-cli cards from-notes --all\n";
+}
+
+void importPages(CommandContext& context, const ImportArgs& args) {
+    Workspace& workspace = context.open(WorkspaceUse::change);
+    const NoteImportReport report = runImport(context, workspace, args);
+    for (const NoteProblem& problem : report.problems) context.err() << describe(problem) << '\n';
+    if (report.cancelled) {
+        const std::string kept = counted(report.added.size(), "page", "pages");
+        valueOrFail(workspace.flush());
+        throw CommandFailure("The import was cancelled; " + kept + " came in before. Run it again for the rest.");
+    }
+    if (!report.problems.empty() && report.added.empty() && report.alreadyThere == 0) {
+        throw CommandFailure("Nothing could be imported. " + describe(report.problems.front()));
+    }
+    context.json() ? printReportJson(context, report) : printReport(context, report);
+}
+
+}  // namespace
+
+void addImportCommand(CLI::App& pages, Action& chosen) {
+    addCommand<ImportArgs>(
+        pages, chosen, "import", "Bring in Markdown and text files; a folder becomes a notebook",
+        [](CLI::App& command, ImportArgs& args) {
+            addText(command, "PATH", args.paths, "Files and folders")->required();
+            addText(command, "--notebook", args.notebook, "Into this notebook")->type_name("ID");
+        },
+        importPages);
+}
+
+}  // namespace tessary

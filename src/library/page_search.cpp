@@ -1,0 +1,222 @@
+#include "library/page_search.h"
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+
+#include "base/text.h"
+
+namespace tessary {
+namespace {
+
+constexpr std::size_t kSampledBytes = 1024;       // of each page
+constexpr std::size_t kExcerptCharacters = 120;   // user-perceived
+constexpr std::size_t kCharactersBefore = 40;     // of them before the match
+constexpr std::size_t kLookBack = 1024;           // bytes before a match that are looked at
+constexpr std::string_view kEllipsis = "…";
+
+bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
+
+bool isAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
+
+/// Most words even of a text in German or French are ASCII: only the others go the slow way.
+std::string foldedText(std::string_view text, const TextServices& services) {
+    constexpr std::string_view kBlanks = " \n";
+    std::string folded;
+    while (!text.empty()) {
+        const auto other = static_cast<std::size_t>(std::ranges::find_if_not(text, [](char c) { return isAscii(c); }) -
+                                                    text.begin());
+        if (other == text.size()) return folded += asciiLowered(text);
+        const std::size_t wordStart = text.find_last_of(kBlanks, other) + 1;  // 0 when there is none
+        const std::size_t wordEnd = std::min(text.find_first_of(kBlanks, other), text.size());
+        folded += asciiLowered(text.substr(0, wordStart));
+        folded += services.folded(text.substr(wordStart, wordEnd - wordStart));
+        text.remove_prefix(wordEnd);
+    }
+    return folded;
+}
+
+/// Finds one word in many texts by its rarest byte.
+class Needle {
+public:
+    Needle(std::string_view word, const std::array<std::uint64_t, 256>& byteCounts) : word_(word) {
+        const auto count = [&](char c) { return byteCounts[static_cast<unsigned char>(c)]; };
+        rarest_ = static_cast<std::size_t>(std::ranges::min_element(word, {}, count) - word.begin());
+    }
+
+    [[nodiscard]] std::string_view word() const { return word_; }
+
+    [[nodiscard]] bool isIn(std::string_view text) const {
+        if (text.size() < word_.size()) return false;
+        const char* at = text.data() + rarest_;
+        const char* const end = at + (text.size() - word_.size()) + 1;
+        while (at < end) {
+            at = static_cast<const char*>(std::memchr(at, word_[rarest_], static_cast<std::size_t>(end - at)));
+            if (at == nullptr) return false;
+            if (std::memcmp(at - rarest_, word_.data(), word_.size()) == 0) return true;
+            ++at;
+        }
+        return false;
+    }
+
+private:
+    std::string_view word_;  ///< not empty
+    std::size_t rarest_ = 0;
+};
+
+/// Absent when a word is missing.
+template <class FoldedPage>
+std::optional<PageHit::Where> matchIn(const FoldedPage& page, const std::vector<Needle>& words) {
+    bool allInTitle = true;
+    bool oneIsTag = false;
+    for (const Needle& word : words) {
+        const bool inTitle = word.isIn(page.title);
+        const bool inTags = std::ranges::any_of(page.tags, [&](const std::string& tag) { return word.isIn(tag); });
+        if (!inTitle && !inTags && !word.isIn(page.body)) return std::nullopt;
+        allInTitle = allInTitle && inTitle;
+        oneIsTag = oneIsTag || (inTags && std::ranges::find(page.tags, word.word()) != page.tags.end());
+    }
+    if (allInTitle) return PageHit::Where::title;
+    return oneIsTag ? PageHit::Where::tag : PageHit::Where::body;
+}
+
+std::size_t firstMatch(std::string_view folded, const std::vector<std::string>& words) {
+    std::size_t first = std::string_view::npos;
+    for (const std::string& word : words) first = std::min(first, folded.find(word));
+    return first;
+}
+
+/// Where the byte at `foldedOffset` of the folded line comes from. Halving costs no more than folding twice.
+std::size_t originalOffset(std::string_view line, std::size_t foldedOffset, const TextServices& services) {
+    std::size_t start = 0;
+    while (true) {
+        std::size_t half = (line.size() + 1) / 2;
+        while (half < line.size() && isContinuation(line[half])) ++half;
+        if (half >= line.size()) {
+            half = line.size() / 2;
+            while (half > 0 && isContinuation(line[half])) --half;
+        }
+        if (half == 0 || half == line.size()) return start;
+        const std::size_t foldedHalf = foldedText(line.substr(0, half), services).size();
+        if (foldedHalf > foldedOffset) {
+            line = line.substr(0, half);
+        } else {
+            foldedOffset -= foldedHalf;
+            start += half;
+            line.remove_prefix(half);
+        }
+    }
+}
+
+/// Where the excerpt begins: some characters before the match, at a word if there is one.
+std::size_t excerptStart(std::string_view line, std::size_t match, const TextServices& services) {
+    std::size_t from = match > kLookBack ? match - kLookBack : 0;
+    while (from < match && isContinuation(line[from])) ++from;
+    const std::string_view before = line.substr(from, match - from);
+    const std::size_t count = services.characterCount(before);
+    if (count <= kCharactersBefore) return from;
+    const std::size_t start = from + services.prefix(before, count - kCharactersBefore).size();
+    const std::size_t blank = line.substr(start, match - start).find(' ');
+    return blank == std::string_view::npos ? start : start + blank + 1;
+}
+
+std::string excerptAround(std::string_view line, std::size_t match, const TextServices& services) {
+    const std::size_t start = excerptStart(line, match, services);
+    const std::string_view shown = services.prefix(line.substr(start), kExcerptCharacters);
+    std::string excerpt(trimmed(shown));
+    std::ranges::replace(excerpt, '\t', ' ');
+    if (start > 0) excerpt.insert(0, kEllipsis);
+    if (start + shown.size() < line.size()) excerpt += kEllipsis;
+    return excerpt;
+}
+
+}  // namespace
+
+PageSearch::PageSearch(JournalStore& store, const TextServices& text) : store_(store), text_(text) {
+    changes_ = store.changed.connect([this](const LibraryChange& change) {
+        if (isFilled_) stale_.insert(change.pages.begin(), change.pages.end());
+    });
+}
+
+std::vector<PageHit> PageSearch::find(std::string_view query, std::size_t limit) {
+    const std::vector<std::string> words = wordsOf(query);
+    if (words.empty()) return {};
+    refresh();
+    std::vector<Needle> needles;
+    for (const std::string& word : words) needles.emplace_back(word, byteCounts_);
+
+    std::vector<Match> matches;
+    for (const auto& [id, page] : pages_) {
+        const std::optional<PageHit::Where> where = matchIn(page, needles);
+        if (where) matches.push_back({*where, page.lastEdited, id});
+    }
+    const auto kept = matches.begin() + static_cast<std::ptrdiff_t>(std::min(limit, matches.size()));
+    std::ranges::partial_sort(matches, kept, [](const Match& a, const Match& b) {
+        if (a.where != b.where) return a.where < b.where;
+        return a.lastEdited == b.lastEdited ? a.page < b.page : b.lastEdited < a.lastEdited;
+    });
+    matches.erase(kept, matches.end());
+
+    std::vector<PageHit> hits;
+    for (const Match& match : matches) {
+        hits.push_back({.page = match.page, .where = match.where, .excerpt = excerptOf(match.page, words)});
+    }
+    return hits;
+}
+
+void PageSearch::refresh() {
+    if (!isFilled_) {
+        pages_.reserve(store_.entries().size());
+        for (const JournalEntry& page : store_.entries()) add(page);
+        isFilled_ = true;
+        return;
+    }
+    for (const PageId& id : stale_) {
+        pages_.erase(id);
+        if (const JournalEntry* const page = store_.entries().find(id)) add(*page);
+    }
+    stale_.clear();
+}
+
+void PageSearch::add(const JournalEntry& page) {
+    FoldedPage folded{.title = foldedText(page.title, text_),
+                      .tags = {},
+                      .body = foldedText(page.body, text_),
+                      .lastEdited = lastEdited(page)};
+    for (const std::string& tag : page.tags) folded.tags.push_back(foldedText(tag, text_));
+    sampleBytes(folded.body);
+    pages_.try_emplace(page.id, std::move(folded));
+}
+
+void PageSearch::sampleBytes(std::string_view text) {
+    for (const char c : text.substr(0, kSampledBytes)) ++byteCounts_[static_cast<unsigned char>(c)];
+}
+
+std::vector<std::string> PageSearch::wordsOf(std::string_view query) const {
+    std::vector<std::string> words;
+    std::string blanksAsSpaces(query);
+    std::ranges::replace_if(blanksAsSpaces, [](char c) { return c == '\t' || c == '\n' || c == '\r'; }, ' ');
+    bool isQuoted = false;
+    for (const std::string_view part : split(blanksAsSpaces, '"')) {
+        const std::vector<std::string_view> pieces = isQuoted ? std::vector{part} : split(part, ' ');
+        for (const std::string_view piece : pieces) words.push_back(foldedText(trimmed(piece), text_));
+        isQuoted = !isQuoted;
+    }
+    std::erase_if(words, [](const std::string& word) { return word.empty(); });
+    // A long word is found in few pages, which spares the search for the others.
+    std::ranges::stable_sort(words, std::ranges::greater{}, &std::string::size);
+    return words;
+}
+
+std::string PageSearch::excerptOf(PageId id, const std::vector<std::string>& words) const {
+    const std::string_view folded = pages_.at(id).body;
+    const std::size_t match = firstMatch(folded, words);
+    if (match == std::string_view::npos) return {};
+    // Folding keeps the line ends. No word has one in it, so that a match lies within a line.
+    const std::size_t lineStart = folded.substr(0, match).find_last_of("\r\n") + 1;
+    const std::size_t lineNumber = splitLines(folded.substr(0, lineStart)).size();
+    const std::string_view line = splitLines(store_.entries().find(id)->body)[lineNumber];
+    return excerptAround(line, originalOffset(line, match - lineStart, text_), text_);
+}
+
+}  // namespace tessary
