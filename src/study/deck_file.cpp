@@ -199,6 +199,16 @@ Choices splitChoices(std::string_view text) {
     return choices;
 }
 
+/// The option that a back names: the same text, or else the same but for white space at its ends.
+std::optional<std::size_t> optionEqualTo(const std::vector<std::string>& options, std::string_view back) {
+    auto found = std::ranges::find(options, back);
+    if (found == options.end()) {
+        found = std::ranges::find(options, trimmed(back), [](const std::string& option) { return trimmed(option); });
+    }
+    if (found == options.end()) return std::nullopt;
+    return static_cast<std::size_t>(found - options.begin());
+}
+
 // ---- Writing ----
 
 std::string_view escapeAt(std::string_view text) {
@@ -252,9 +262,13 @@ std::string frontField(const CardContent& card) {
     return field;
 }
 
+/// The back of a multiple choice is what tells its right option in the file. A back that would lead to another one, or
+/// to none, gives way to the right option's text.
 std::string_view backOf(const CardContent& card) {
-    const bool chosen = card.kind == FlashcardKind::multipleChoice && card.back.empty() && !contentProblem(card);
-    return chosen ? card.options[static_cast<std::size_t>(*card.correctIndex)] : card.back;
+    if (card.kind != FlashcardKind::multipleChoice || contentProblem(card)) return card.back;
+    const auto& right = card.options[static_cast<std::size_t>(*card.correctIndex)];
+    const auto found = optionEqualTo(card.options, card.back);
+    return found && card.options[*found] == right ? card.back : right;
 }
 
 std::string exportedLine(const CardContent& card) {
@@ -534,17 +548,9 @@ private:
         auto choices = splitChoices(front);
         content.front = decoded(std::move(choices.question));
         for (auto& option : choices.options) content.options.push_back(decoded(std::move(option)));
-        content.correctIndex = rightOption(content);
-    }
-
-    [[nodiscard]] static std::optional<std::int64_t> rightOption(const CardContent& content) {
-        auto found = std::ranges::find(content.options, content.back);
-        if (found == content.options.end()) {
-            found = std::ranges::find(content.options, trimmed(content.back),
-                                      [](const std::string& option) { return trimmed(option); });
+        if (const auto right = optionEqualTo(content.options, content.back)) {
+            content.correctIndex = static_cast<std::int64_t>(*right);
         }
-        if (found == content.options.end()) return std::nullopt;
-        return found - content.options.begin();
     }
 
     const Layout& layout_;

@@ -1,5 +1,6 @@
 #include "study/flashcard_store.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "study/scheduler.h"
@@ -68,7 +69,12 @@ std::optional<FlashcardStore::Rated> FlashcardStore::rate(CardId id, Rating rati
     card.memory = schedule(previous->memory, rating, now, desiredRetention(services_.settings), identityHash(id));
     if (rating == Rating::again) card.failedAt = now;
 
-    Undoable undoable{.id = id, .previous = previous, .logged = {}, .introducedOn = {}, .suspendedAsLeech = false};
+    Undoable undoable{.number = RatingNumber{++ratings_},
+                      .id = id,
+                      .previous = previous,
+                      .logged = {},
+                      .introducedOn = {},
+                      .suspendedAsLeech = false};
     if (previous->memory.phase == CardMemory::Phase::fresh) {
         undoable.introducedOn = today(now);
         ++introduced_[*undoable.introducedOn];
@@ -96,7 +102,7 @@ std::optional<FlashcardStore::Rated> FlashcardStore::rate(CardId id, Rating rati
     }
     if (access_ == StoreAccess::readWrite) log_.append(undoable.logged);
 
-    const Rated rated{.suspendedAsLeech = undoable.suspendedAsLeech};
+    const Rated rated{.suspendedAsLeech = undoable.suspendedAsLeech, .number = undoable.number};
     undoStack_.push_back(std::move(undoable));
     cards_.replace(std::move(card));
     touched({id});
@@ -105,8 +111,31 @@ std::optional<FlashcardStore::Rated> FlashcardStore::rate(CardId id, Rating rati
 
 std::optional<CardId> FlashcardStore::undo(Date now) {
     if (undoStack_.empty()) return std::nullopt;
-    Undoable last = std::move(undoStack_.back());
-    undoStack_.pop_back();
+    const CardId card = undoStack_.back().id;
+    return takeBack(undoStack_.size() - 1, now) ? std::optional(card) : std::nullopt;
+}
+
+bool FlashcardStore::undo(RatingNumber rating, Date now) {
+    const std::optional<std::size_t> index = undoableAt(rating);
+    return index && takeBack(*index, now);
+}
+
+bool FlashcardStore::canUndo(RatingNumber rating) const { return undoableAt(rating).has_value(); }
+
+/// Where it stands among the ratings that can be taken back, unless a later one of the same card rests on it.
+std::optional<std::size_t> FlashcardStore::undoableAt(RatingNumber rating) const {
+    const auto found = std::ranges::find(undoStack_, rating, &Undoable::number);
+    if (found == undoStack_.end()) return std::nullopt;
+    const bool ratedSince = std::find_if(found + 1, undoStack_.end(), [&](const Undoable& later) {
+                                return later.id == found->id;
+                            }) != undoStack_.end();
+    if (ratedSince) return std::nullopt;
+    return static_cast<std::size_t>(found - undoStack_.begin());
+}
+
+bool FlashcardStore::takeBack(std::size_t index, Date now) {
+    const Undoable last = std::move(undoStack_[index]);
+    undoStack_.erase(undoStack_.begin() + static_cast<std::ptrdiff_t>(index));
     if (last.introducedOn) {
         const auto day = introduced_.find(*last.introducedOn);
         if (day != introduced_.end() && --day->second <= 0) introduced_.erase(day);
@@ -116,10 +145,11 @@ std::optional<CardId> FlashcardStore::undo(Date now) {
         card.failedAt = last.previous->failedAt;
         if (last.suspendedAsLeech) card.suspended = last.previous->suspended;
     });
-    last.logged.kind = ReviewLogEntry::Kind::undo;
-    last.logged.at = now;
-    if (access_ == StoreAccess::readWrite) log_.append(last.logged);
-    return found ? std::optional(last.id) : std::nullopt;
+    ReviewLogEntry undone = last.logged;
+    undone.kind = ReviewLogEntry::Kind::undo;
+    undone.at = now;
+    if (access_ == StoreAccess::readWrite) log_.append(undone);
+    return found;
 }
 
 template <class Change>

@@ -63,6 +63,9 @@ struct Record<FlashcardDeckStats> {
     };
 };
 
+/// One rating as long as the store lives; never used twice.
+enum class RatingNumber : std::uint64_t {};
+
 /// The single owner of every flashcard. Main thread only. Every change is written a moment later.
 class FlashcardStore {
 public:
@@ -88,15 +91,20 @@ public:
 
     struct Rated {
         bool suspendedAsLeech = false;  ///< by this very rating
+        RatingNumber number{};
     };
-    /// Schedules the card anew, counts it when it was new, applies the leech rule, logs the rating. Absent for an unknown card.
-    /// `secondsTaken` is the learner's time, 0 when unknown.
+    /// Schedules the card anew, counts it when it was new, applies the leech rule, logs the rating. Absent for an unknown
+    /// card. `secondsTaken` is the learner's time, 0 when unknown.
     std::optional<Rated> rate(CardId card, Rating rating, Date now, double secondsTaken = 0);
     /// Takes back the last rating that has not been taken back: memory, moment of failure, a suspension as a leech, and
     /// the place among the day's new cards. An edit made since stays. Gives the card; absent when there is no rating
     /// left, or its card is gone.
     std::optional<CardId> undo(Date now);
     [[nodiscard]] bool canUndo() const { return !undoStack_.empty(); }
+    /// Takes back this one rating, whatever other cards were rated since. False when it can't be.
+    bool undo(RatingNumber rating, Date now);
+    /// False once it was taken back, or its card was removed or reset; and while a later rating of the card stands.
+    [[nodiscard]] bool canUndo(RatingNumber rating) const;
 
     // False when there is no such card.
     bool edit(CardId card, CardContent content);
@@ -126,6 +134,7 @@ public:
 private:
     /// A rating that can be taken back.
     struct Undoable {
+        RatingNumber number{};
         CardId id;
         std::shared_ptr<const Flashcard> previous;
         ReviewLogEntry logged;
@@ -136,6 +145,8 @@ private:
     template <class Change>
     bool change(CardId card, Change apply);
     void touched(std::vector<CardId> cards);
+    [[nodiscard]] std::optional<std::size_t> undoableAt(RatingNumber rating) const;
+    bool takeBack(std::size_t index, Date now);
     void forgetUndo(CardId card);
     void save();
     [[nodiscard]] std::string today(Date now) const;
@@ -150,6 +161,7 @@ private:
     RecordList<Flashcard> cards_;
     std::map<std::string, std::int64_t> introduced_;
     std::vector<Undoable> undoStack_;
+    std::uint64_t ratings_ = 0;  ///< since the store was made
     DelayedSave saveWork_;
     Subscription flushObserver_;
 };

@@ -15,8 +15,8 @@ inline constexpr double kDefaultRetention = 0.9;
 
 enum class Fuzz { on, off };
 
-/// What `rating` at `now` makes of a memory. `retention` is the recall probability to aim at, 0.7 to 0.97; `salt` is the
-/// card's identity hash. More than 2^63 - 1 ratings or lapses, and a negative `reps`, stop the program.
+/// What `rating` at `now` makes of a memory. `retention` is the recall probability to aim at, 0.7 to 0.97; `salt` is
+/// the card's identity hash. More than 2^63 - 1 ratings or lapses, and a negative `reps`, stop the program.
 [[nodiscard]] CardMemory schedule(CardMemory memory, Rating rating, Date now, double retention, std::uint64_t salt,
                                   Fuzz fuzz = Fuzz::on);
 

@@ -68,6 +68,14 @@ TEST(DeckFileTest, WritesTheRightOptionForAnEmptyBack) {
     EXPECT_EQ(cardsOf(exportDeck({content})), (std::vector{choice("q", {"a", "b"}, 1)}));
 }
 
+TEST(DeckFileTest, TheRightOptionStaysRightWhateverTheBackSays) {
+    auto content = choice("q", {"a", "b"}, 1);
+    for (const std::string_view back : {"a", "b, as the text says", " "}) {
+        content.back = back;
+        EXPECT_EQ(cardsOf(exportDeck({content})), (std::vector{choice("q", {"a", "b"}, 1)})) << back;
+    }
+}
+
 TEST(DeckFileTest, NastyContentReadsBackEqual) {
     const std::vector<CardContent> cards = {
         card("#x\t\"&amp;&", "\"\"<br>"),
