@@ -74,8 +74,10 @@ void JournalStore::load() {
 
 void JournalStore::makeBackups() {
     removeStaleTemporaries(services_.files, folders_.base);
+    // What cannot be read has its own copy and must not push out good ones, start by start.
+    if (entriesFile_.outcome() != LoadOutcome::loaded) return;
     makeRollingBackup(folders_, services_, kRollingBackups);
-    if (entriesFile_.outcome() == LoadOutcome::loaded) makeDailyBackup(folders_, services_, kDailyBackupDays);
+    makeDailyBackup(folders_, services_, kDailyBackupDays);
 }
 
 void JournalStore::dropRestoredFromTrash() {

@@ -109,6 +109,7 @@ public:
     NotebookId addNotebook(std::string name);
     std::expected<void, Refusal> updateNotebook(Notebook notebook);
     std::expected<void, Refusal> renameNotebook(NotebookId notebook, std::string name);
+    /// With its exams, whatever becomes of the pages: an exam without its notebook would show nowhere.
     std::expected<void, Refusal> deleteNotebook(NotebookId notebook, PagesOfNotebook pages);
 
     // ---- exams ----
@@ -119,8 +120,8 @@ public:
 
     // ---- media ----
 
-    /// Copies a file into the library under a free plain name close to its own, and gives that name. Does not tie it to
-    /// a page. A file of the same name and content is taken as it is.
+    /// Copies a file into the library under a free plain name close to its own, at most 255 bytes of UTF-8, and gives
+    /// that name. Does not tie it to a page. A file of the same name and content is taken as it is.
     std::expected<std::string, Refusal> addMedia(MediaKind kind, const std::filesystem::path& source);
     [[nodiscard]] std::filesystem::path mediaFolder(MediaKind kind) const;
 

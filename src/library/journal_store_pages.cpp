@@ -2,6 +2,7 @@
 #include <unordered_set>
 
 #include "library/journal_store.h"
+#include "library/journal_store_tree.h"
 
 namespace tessary {
 
@@ -13,29 +14,6 @@ constexpr std::string_view kNoSuchPage = "There is no such page.";
 constexpr std::string_view kNoSuchNotebook = "There is no such notebook.";
 
 std::unexpected<Refusal> refuse(std::string_view reason) { return std::unexpected(Refusal(reason)); }
-
-/// What lies under `root` among `pages`, parents first.
-template <class Pages, class PageOf>
-std::vector<PageId> descendants(const Pages& pages, PageId root, PageOf pageOf) {
-    std::unordered_map<PageId, std::vector<PageId>> children;
-    for (const auto& each : pages) {
-        const JournalEntry& page = pageOf(each);
-        if (page.parentID) children[*page.parentID].push_back(page.id);
-    }
-    std::unordered_set<PageId> seen{root};
-    std::vector<PageId> found;
-    std::vector<PageId> frontier{root};
-    for (std::size_t next = 0; next < frontier.size(); ++next) {
-        const auto under = children.find(frontier[next]);
-        if (under == children.end()) continue;
-        for (const PageId& child : under->second) {
-            if (!seen.insert(child).second) continue;
-            found.push_back(child);
-            frontier.push_back(child);
-        }
-    }
-    return found;
-}
 
 }  // namespace
 
@@ -82,8 +60,7 @@ void JournalStore::setNotebook(const std::vector<PageId>& pages, std::optional<N
 std::expected<void, Refusal> JournalStore::movePage(PageId id, std::optional<NotebookId> notebook) {
     if (!entries_.contains(id)) return refuse(kNoSuchPage);
     if (notebook && !notebooks_.contains(*notebook)) return refuse(kNoSuchNotebook);
-    std::vector<PageId> moved = subpagesOf(id);
-    moved.insert(moved.begin(), id);
+    std::vector<PageId> moved = withDescendants(entries_, {id}, pageItself);
     JournalEntry page = *entries_.find(id);
     page.parentID.reset();
     entries_.replace(std::move(page));
@@ -94,8 +71,7 @@ std::expected<void, Refusal> JournalStore::movePage(PageId id, std::optional<Not
 
 std::expected<void, Refusal> JournalStore::setParent(PageId id, std::optional<PageId> parent) {
     if (!entries_.contains(id)) return refuse(kNoSuchPage);
-    std::vector<PageId> moved = subpagesOf(id);
-    moved.insert(moved.begin(), id);
+    std::vector<PageId> moved = withDescendants(entries_, {id}, pageItself);
     if (parent && !entries_.contains(*parent)) return refuse("There is no such parent page.");
     if (parent && std::ranges::find(moved, *parent) != moved.end()) {
         return refuse("A page cannot stand inside itself.");
@@ -109,14 +85,16 @@ std::expected<void, Refusal> JournalStore::setParent(PageId id, std::optional<Pa
 }
 
 std::vector<PageId> JournalStore::subpagesOf(PageId page) const {
-    return descendants(entries_, page, [](const JournalEntry& each) -> const JournalEntry& { return each; });
+    std::vector<PageId> pages = withDescendants(entries_, {page}, pageItself);
+    pages.erase(pages.begin());
+    return pages;
 }
 
 Date JournalStore::freshDeletionDate() const {
+    std::unordered_set<Date> taken;
+    for (const TrashedEntry& trashed : trash_) taken.insert(trashed.deletedAt);
     Date date = services_.clock.now();
-    while (std::ranges::any_of(trash_.snapshot(), [&](const auto& trashed) { return trashed->deletedAt == date; })) {
-        date = date + kDeletionStep;
-    }
+    while (taken.contains(date)) date = date + kDeletionStep;
     return date;
 }
 
@@ -138,8 +116,7 @@ void JournalStore::moveToTrash(const std::vector<PageId>& pages) {
 
 std::expected<std::vector<PageId>, Refusal> JournalStore::deletePage(PageId page) {
     if (!entries_.contains(page)) return refuse(kNoSuchPage);
-    std::vector<PageId> pages = subpagesOf(page);
-    pages.insert(pages.begin(), page);
+    std::vector<PageId> pages = withDescendants(entries_, {page}, pageItself);
     moveToTrash(pages);
     return pages;
 }
@@ -152,9 +129,9 @@ RecordList<TrashedEntry>::Snapshot JournalStore::trashedTogether(const TrashedEn
         group.push_back(trashed);
         byId.try_emplace(trashed->entry.id, trashed);
     }
-    RecordList<TrashedEntry>::Snapshot together{byId.at(root.entry.id)};
+    RecordList<TrashedEntry>::Snapshot together;
     const auto pageOf = [](const auto& trashed) -> const JournalEntry& { return trashed->entry; };
-    for (const PageId& id : descendants(group, root.entry.id, pageOf)) {
+    for (const PageId& id : withDescendants(group, {root.entry.id}, pageOf)) {
         if (!entries_.contains(id)) together.push_back(byId.at(id));
     }
     return together;

@@ -3,6 +3,7 @@
 #include <unordered_set>
 
 #include "base/text.h"
+#include "library/journal_store_tree.h"
 #include "platform/atomic_write.h"
 
 namespace tessary {
@@ -15,6 +16,10 @@ constexpr std::string_view kSortModeKey = "entrySortMode";
 constexpr std::string_view kSortOrderKey = "sortOrder";
 constexpr std::string_view kPinnedKey = "pinnedIDs";
 constexpr std::string_view kTagColorsKey = "tagColors";
+
+// Bytes. Media are named in JSON, so that their names are UTF-8 too.
+constexpr std::size_t kLongestName = 255;
+constexpr std::size_t kLongestExtension = 32;
 
 std::unexpected<Refusal> refuse(std::string_view reason) { return std::unexpected(Refusal(reason)); }
 
@@ -37,37 +42,36 @@ std::expected<void, Refusal> storeValue(Settings& settings, std::string_view key
     return settings.setData(key, Bytes{{text->begin(), text->end()}});
 }
 
-/// A subpage may stand in another notebook than its parent in files of other origin.
-std::vector<PageId> withSubpages(std::vector<PageId> pages, const RecordList<JournalEntry>& entries) {
-    std::unordered_set<PageId> taken(pages.begin(), pages.end());
-    for (bool grown = true; grown;) {
-        grown = false;
-        for (const JournalEntry& page : entries) {
-            if (!page.parentID || !taken.contains(*page.parentID) || !taken.insert(page.id).second) continue;
-            pages.push_back(page.id);
-            grown = true;
-        }
-    }
-    return pages;
-}
-
 std::string_view failureOf(MediaKind kind) {
     if (kind == MediaKind::pdf) return "Notara: pdf store failed — ";
     if (kind == MediaKind::audio) return "Notara: audio store failed — ";
     return "Notara: image save failed — ";
 }
 
-/// Copies `content` under a free name; the name.
+/// A name for a media file: `own`, told apart by `number` from 2 on. A long stem gives way to what follows it.
+std::string mediaName(const fs::path& own, int number) {
+    const bool hasExtension = own.extension().string().size() <= kLongestExtension;
+    std::string stem = scrubbedUtf8((hasExtension ? own.stem() : own).string());
+    std::string ending = number == 1 ? "" : "-" + std::to_string(number);
+    if (hasExtension) ending += scrubbedUtf8(own.extension().string());
+    if (stem.size() + ending.size() > kLongestName) {
+        std::size_t end = kLongestName - ending.size();
+        while (end > 0 && (static_cast<unsigned char>(stem[end]) & 0xC0U) == 0x80U) --end;
+        stem.resize(end);
+    }
+    return stem + ending;
+}
+
+/// Copies what lies at `source` under a free name; the name.
 FileResult<std::string> placeMedia(FileSystem& files, const fs::path& folder, const fs::path& source) {
     const FileResult<std::string> content = files.read(source);
     if (!content) return std::unexpected(content.error());
     if (const FileResult<void> made = files.createFolders(folder); !made) return std::unexpected(made.error());
-    const fs::path own = source.filename();
-    std::string name = own.string();
+    std::string name = mediaName(source.filename(), 1);
     for (int number = 2; exists(files, folder / name); ++number) {
         const FileResult<std::string> present = files.read(folder / name);
         if (present && *present == *content) return name;
-        name = own.stem().string() + "-" + std::to_string(number) + own.extension().string();
+        name = mediaName(source.filename(), number);
     }
     if (const FileResult<void> written = writeAtomically(files, folder / name, *content); !written) {
         return std::unexpected(written.error());
@@ -123,7 +127,10 @@ std::vector<PageId> JournalStore::pagesIn(NotebookId notebook) const {
 std::expected<void, Refusal> JournalStore::deleteNotebook(NotebookId id, PagesOfNotebook pages) {
     if (!notebooks_.contains(id)) return refuse("There is no such notebook.");
     const std::vector<PageId> inside = pagesIn(id);
-    if (!inside.empty() && pages == PagesOfNotebook::goToTrash) moveToTrash(withSubpages(inside, entries_));
+    if (!inside.empty() && pages == PagesOfNotebook::goToTrash) {
+        // In files of other origin a subpage may stand in another notebook than its parent.
+        moveToTrash(withDescendants(entries_, inside, pageItself));
+    }
     if (!inside.empty() && pages == PagesOfNotebook::becomeLoose) {
         setNotebook(inside, std::nullopt);
         pagesChanged(inside);
@@ -133,6 +140,10 @@ std::expected<void, Refusal> JournalStore::deleteNotebook(NotebookId id, PagesOf
     saveNotebooks();
     LibraryChange change;
     change.notebooks = {id};
+    for (const auto& exam : exams_.extractIf([&](const Exam& each) { return each.notebookID == id; })) {
+        change.exams.push_back(exam->id);
+    }
+    if (!change.exams.empty()) saveExams();
     changed.emit(change);
     return {};
 }
@@ -242,12 +253,13 @@ void JournalStore::sortForListing(std::vector<const JournalEntry*>& pages,
         std::string title;
         Date date;
     };
-    const std::vector<PageId> pinned = pinnedPages();
+    const std::vector<PageId> pinnedList = pinnedPages();
+    const std::unordered_set<PageId> pinned(pinnedList.begin(), pinnedList.end());
     const EntrySortMode mode = sortMode();
     const bool forward = sortOrder() == SortOrder::newest;
     std::vector<Row> rows;
     for (const JournalEntry* page : pages) {
-        rows.push_back({page, std::ranges::find(pinned, page->id) != pinned.end(),
+        rows.push_back({page, pinned.contains(page->id),
                         mode == EntrySortMode::title ? folded(page->title) : std::string(),
                         mode == EntrySortMode::edited ? lastEdited(*page) : page->date});
     }

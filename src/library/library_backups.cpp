@@ -104,8 +104,10 @@ void makeRollingBackup(const LibraryFolders& folders, const StoreServices& servi
     const std::string stamp = timeStamp(services.calendar.civilTime(services.clock.now()));
     const std::string name = rollingName(rollingBackups(files, folders.backups()), stamp);
     if (!copyBackup(services, folders.entries(), folders.backups() / name)) return;
-    const std::vector<RollingBackup> backups = rollingBackups(files, folders.backups());
-    for (std::size_t i = 0; i + keep < backups.size(); ++i) {
+    std::vector<RollingBackup> backups = rollingBackups(files, folders.backups());
+    std::ranges::stable_partition(backups, [&](const RollingBackup& backup) { return backup.stamp > stamp; });
+    std::erase_if(backups, [&](const RollingBackup& backup) { return backup.name == name; });
+    for (std::size_t i = 0; i + keep <= backups.size(); ++i) {
         removeBackup(services, folders.backups() / backups[i].name);
     }
 }

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <unordered_set>
 #include <vector>
 
 #include "library/page.h"
@@ -53,13 +55,18 @@ private:
         const std::lock_guard lock(mutex_);
         std::erase_if(travellers, [&](const Traveller<T>& traveller) { return traveller.ticket <= ticket; });
     }
+    /// A page that went more than once comes as it was the last time.
     template <class T, class Identity>
     void append(Snapshot<T>& pages, const std::vector<Traveller<T>>& travellers, Identity identity) const {
         const std::lock_guard lock(mutex_);
-        for (const Traveller<T>& traveller : travellers) {
-            const auto same = [&](const auto& page) { return identity(*page) == identity(*traveller.page); };
-            if (std::ranges::none_of(pages, same)) pages.push_back(traveller.page);
+        if (travellers.empty()) return;
+        std::unordered_set<PageId> present;
+        for (const auto& page : pages) present.insert(identity(*page));
+        const auto ownCount = static_cast<std::ptrdiff_t>(pages.size());
+        for (auto traveller = travellers.rbegin(); traveller != travellers.rend(); ++traveller) {
+            if (present.insert(identity(*traveller->page)).second) pages.push_back(traveller->page);
         }
+        std::reverse(pages.begin() + ownCount, pages.end());
     }
 
     mutable std::mutex mutex_;

@@ -15,6 +15,7 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kCopyFailure = "Tessary: couldn't copy the journal out of the sandbox: ";
 constexpr std::string_view kAsidePrefix = "Notara-before-1.3.2-";
+constexpr std::string_view kArrivalFolder = "Notara-arriving";  // left by a failure; the next start writes over it
 
 fs::path containerFolder(const fs::path& home) {
     return home / "Library/Containers" / kBundleIdentifier / "Data/Library/Application Support/Notara";
@@ -34,11 +35,12 @@ std::optional<Extent> decodedExtent(const std::string& content, const StoreServi
     return extent;
 }
 
-/// Absent when the pages cannot be read; a missing or empty file has none.
-std::optional<Extent> extentOf(const fs::path& folder, const StoreServices& services) {
+/// Absent when the pages cannot be decoded; a missing or empty file has none.
+FileResult<std::optional<Extent>> extentOf(const fs::path& folder, const StoreServices& services) {
     const FileResult<std::string> content = services.files.read(LibraryFolders{folder}.entries());
     if (!content) {
-        return content.error().kind == FileError::Kind::notFound ? std::optional(Extent{}) : std::nullopt;
+        if (content.error().kind != FileError::Kind::notFound) return std::unexpected(content.error());
+        return Extent{};
     }
     return trimmed(*content).empty() ? std::optional(Extent{}) : decodedExtent(*content, services);
 }
@@ -49,24 +51,41 @@ bool isWorthTaking(const std::optional<Extent>& old, const std::optional<Extent>
     return old->pages > present->pages || old->latestEdit > present->latestEdit;
 }
 
+FileResult<bool> isWorthTaking(const SandboxMove& move, const fs::path& from, const StoreServices& services) {
+    const FileResult<std::optional<Extent>> old = extentOf(from, services);
+    if (!old) return std::unexpected(old.error());
+    if (!*old || (*old)->pages == 0) return false;
+    const FileResult<std::optional<Extent>> present = extentOf(move.libraryFolder, services);
+    if (!present) return std::unexpected(present.error());
+    return isWorthTaking(*old, *present);
+}
+
+void reportTo(Console& console, const FileError& error) { console.print(std::string(kCopyFailure) + error.message); }
+
 class Takeover {
 public:
     Takeover(fs::path from, fs::path to, const StoreServices& services)
-        : from_(std::move(from)), to_(std::move(to)), services_(services), files_(services.files) {}
+        : from_(std::move(from)),
+          to_(std::move(to)),
+          arrival_(to_.parent_path() / kArrivalFolder),
+          services_(services),
+          files_(services.files) {}
 
-    /// False when what lies at the new place could not be moved aside; it is left as it was.
-    bool run() {
-        const FileResult<void> cleared = clearNewPlace();
-        if (!cleared) {
-            report(cleared.error());
-            return false;
+    /// On failure the new place is as it was.
+    FileResult<void> run() {
+        FileResult<void> result = copyFile(pagesOf(from_), pagesOf(arrival_));
+        if (result) {
+            copyFolder(from_, arrival_);
+            result = exchange();
         }
-        copyFolder(from_, to_);
-        return true;
+        removeIfEmpty(arrival_);
+        return result;
     }
 
 private:
-    void report(const FileError& error) const { services_.console.print(std::string(kCopyFailure) + error.message); }
+    static fs::path pagesOf(const fs::path& folder) { return LibraryFolders{folder}.entries(); }
+
+    void report(const FileError& error) const { reportTo(services_.console, error); }
 
     [[nodiscard]] fs::path asideFolder() const {
         const std::string stamp = timeStamp(services_.calendar.civilTime(services_.clock.now()));
@@ -76,37 +95,6 @@ private:
             folder = to_.parent_path() / (name + "-" + std::to_string(number));
         }
         return folder;
-    }
-
-    FileResult<void> clearNewPlace() {
-        if (FileResult<void> made = files_.createFolders(to_); !made) return made;
-        FileResult<std::vector<DirectoryEntry>> children = files_.list(to_);
-        if (!children) return std::unexpected(children.error());
-        std::erase_if(*children, [](const DirectoryEntry& child) { return child.name == kLockFileName; });
-        if (children->empty()) return {};
-        return moveAside(*children, asideFolder());
-    }
-
-    FileResult<void> moveAside(const std::vector<DirectoryEntry>& children, const fs::path& aside) {
-        if (FileResult<void> made = files_.createFolders(aside); !made) return made;
-        for (std::size_t i = 0; i < children.size(); ++i) {
-            const FileResult<void> moved = files_.rename(to_ / children[i].name, aside / children[i].name);
-            if (moved) continue;
-            moveBack(children, i, aside);
-            return moved;
-        }
-        if (FileResult<void> synced = files_.syncFolder(aside); !synced) report(synced.error());
-        if (FileResult<void> synced = files_.syncFolder(to_); !synced) report(synced.error());
-        return {};
-    }
-
-    void moveBack(const std::vector<DirectoryEntry>& children, std::size_t count, const fs::path& aside) {
-        for (std::size_t i = 0; i < count; ++i) {
-            const FileResult<void> moved = files_.rename(aside / children[i].name, to_ / children[i].name);
-            if (!moved) report(moved.error());
-        }
-        const FileResult<void> removed = files_.remove(aside);
-        static_cast<void>(removed);  // an empty folder that stays does no harm
     }
 
     /// Copies all that it can: one file that cannot be copied must not cost the others.
@@ -120,17 +108,73 @@ private:
     }
 
     void copyChild(const DirectoryEntry& child, const fs::path& from, const fs::path& to) {
+        const fs::path path = from / child.name;
         if (child.kind == FileKind::directory) {
             // A linked folder may lead back to where it lies.
-            if (!child.isSymbolicLink) copyFolder(from / child.name, to / child.name);
-        } else if (child.kind == FileKind::file) {
-            const FileResult<void> copied = copyFile(files_, from / child.name, to / child.name);
-            if (!copied) report(copied.error());
+            if (!child.isSymbolicLink) copyFolder(path, to / child.name);
+        } else if (child.kind == FileKind::file && path != pagesOf(from_)) {
+            if (const FileResult<void> copied = copyFile(path, to / child.name); !copied) report(copied.error());
         }
+    }
+
+    /// Writes over what an earlier try has left.
+    FileResult<void> copyFile(const fs::path& from, const fs::path& to) {
+        const FileResult<std::string> content = files_.read(from);
+        if (!content) return std::unexpected(content.error());
+        if (FileResult<void> made = files_.createFolders(to.parent_path()); !made) return made;
+        return writeAtomically(files_, to, *content);
+    }
+
+    FileResult<void> exchange() {
+        if (FileResult<void> made = files_.createFolders(to_); !made) return made;
+        const fs::path aside = asideFolder();
+        FileResult<void> moved = moveChildren(to_, aside);
+        if (moved) {
+            moved = moveChildren(arrival_, to_);
+            if (!moved && exists(files_, aside)) {
+                if (const FileResult<void> back = moveChildren(aside, to_); !back) report(back.error());
+            }
+        }
+        removeIfEmpty(aside);
+        return moved;
+    }
+
+    /// All or, as far as that can be undone, nothing. The pages go last, so that a library with pages is whole.
+    FileResult<void> moveChildren(const fs::path& from, const fs::path& to) {
+        FileResult<std::vector<DirectoryEntry>> children = files_.list(from);
+        if (!children) return std::unexpected(children.error());
+        std::erase_if(*children, [](const DirectoryEntry& child) { return child.name == kLockFileName; });
+        if (children->empty()) return {};
+        std::ranges::stable_partition(*children, [&](const auto& child) { return from / child.name != pagesOf(from); });
+        if (FileResult<void> made = files_.createFolders(to); !made) return made;
+        for (std::size_t i = 0; i < children->size(); ++i) {
+            const fs::path name = (*children)[i].name;
+            const FileResult<void> moved = files_.rename(from / name, to / name);
+            if (moved) continue;
+            children->resize(i);
+            moveBack(*children, from, to);
+            return moved;
+        }
+        if (FileResult<void> synced = files_.syncFolder(to); !synced) report(synced.error());
+        if (FileResult<void> synced = files_.syncFolder(from); !synced) report(synced.error());
+        return {};
+    }
+
+    void moveBack(const std::vector<DirectoryEntry>& children, const fs::path& from, const fs::path& to) {
+        for (const DirectoryEntry& child : children) {
+            const FileResult<void> moved = files_.rename(to / child.name, from / child.name);
+            if (!moved) report(moved.error());
+        }
+    }
+
+    void removeIfEmpty(const fs::path& folder) {
+        const FileResult<void> removed = files_.remove(folder);
+        static_cast<void>(removed);  // what still holds something stays, and an empty folder that stays does no harm
     }
 
     fs::path from_;
     fs::path to_;
+    fs::path arrival_;
     const StoreServices& services_;
     FileSystem& files_;
 };
@@ -140,8 +184,11 @@ private:
 void leaveSandbox(const SandboxMove& move, const StoreServices& services) {
     if (move.stillSandboxed || services.settings.boolean(kLeftSandboxKey).value_or(false)) return;
     const fs::path old = containerFolder(move.homeFolder);
-    if (isWorthTaking(extentOf(old, services), extentOf(move.libraryFolder, services))) {
-        if (!Takeover(old, move.libraryFolder, services).run()) return;
+    const FileResult<bool> worthTaking = isWorthTaking(move, old, services);
+    if (!worthTaking) return reportTo(services.console, worthTaking.error());
+    if (*worthTaking) {
+        const FileResult<void> taken = Takeover(old, move.libraryFolder, services).run();
+        if (!taken) return reportTo(services.console, taken.error());
     }
     if (const Settings::Stored stored = services.settings.setBoolean(kLeftSandboxKey, true); !stored) {
         services.console.print("Tessary: couldn't note that the sandbox was left: " + stored.error());

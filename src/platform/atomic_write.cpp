@@ -1,5 +1,8 @@
 #include "platform/atomic_write.h"
 
+#include <functional>
+#include <string>
+
 namespace tessary {
 namespace {
 
@@ -7,10 +10,12 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kTemporaryPrefix = ".tessary-";
 constexpr std::string_view kTemporarySuffix = ".tmp";
+constexpr std::size_t kLongestNameTaken = 200;  // bytes; with prefix and suffix it must stay within 255
 
 fs::path temporaryFor(const fs::path& target) {
-    return target.parent_path() /
-           (std::string(kTemporaryPrefix) + target.filename().string() + std::string(kTemporarySuffix));
+    std::string name = target.filename().string();
+    if (name.size() > kLongestNameTaken) name = std::to_string(std::hash<std::string>{}(name));
+    return target.parent_path() / (std::string(kTemporaryPrefix) + name + std::string(kTemporarySuffix));
 }
 
 FileResult<void> writeAndSync(FileSystem& files, const fs::path& temporary, const fs::path& target,

@@ -9,7 +9,9 @@ namespace tessary {
 
 /// Puts `data` at `path` so that a crash at any moment leaves the old file or the new one, whole: writes a temporary
 /// file in the same folder, syncs it, renames it over, syncs the folder. Permissions are kept and symbolic links
-/// followed. On failure the old file is untouched and the temporary file removed.
+/// followed. On failure the temporary file is removed and the old file untouched, except when only the last step, the
+/// syncing of the folder, fails: the new content is in place then, and a crash may still bring the old one back. So a
+/// failure never tells which of the two is there, and the caller writes again.
 [[nodiscard]] FileResult<void> writeAtomically(FileSystem& files, const std::filesystem::path& path,
                                                std::string_view data);
 

@@ -1,66 +1,10 @@
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <atomic>
-#include <chrono>
-#include <filesystem>
-#include <fstream>
-#include <memory>
 #include <string>
 
-#include "platform/adapters/posix/posix_file_system.h"
+#include "contract/folder_fixture.h"
 #include "platform/atomic_write.h"
-#include "platform/file_system.h"
-#include "support/memory_file_system.h"
 
 namespace tessary {
 namespace {
-
-namespace fs = std::filesystem;
-
-constexpr double kReferenceInUnixSeconds = 978307200;
-
-enum class Kind { posix, memory };
-
-fs::path freshFolder() {
-    static std::atomic<int> count = 0;
-    return fs::path(::testing::TempDir()) /
-           ("tessary-files-" + std::to_string(::getpid()) + "-" + std::to_string(++count));
-}
-
-std::unique_ptr<FileSystem> makeFiles(Kind kind) {
-    if (kind == Kind::posix) return std::make_unique<PosixFileSystem>();
-    return std::make_unique<MemoryFileSystem>();
-}
-
-template <class T>
-FileError::Kind errorOf(const FileResult<T>& result) {
-    EXPECT_FALSE(result.has_value());
-    if (result) return FileError::Kind::other;
-    EXPECT_FALSE(result.error().message.empty());
-    return result.error().kind;
-}
-
-class FolderFixture {
-protected:
-    explicit FolderFixture(Kind kind) : files_(makeFiles(kind)) { EXPECT_TRUE(files_->createFolders(folder_)); }
-    ~FolderFixture() {
-        std::error_code ignored;
-        fs::remove_all(folder_, ignored);
-    }
-
-    void put(const fs::path& path, std::string_view content) const {
-        FileResult<std::unique_ptr<WritableFile>> file = files_->create(path);
-        ASSERT_TRUE(file) << file.error().message;
-        ASSERT_TRUE((*file)->write(content));
-        ASSERT_TRUE((*file)->sync());
-    }
-    [[nodiscard]] std::string get(const fs::path& path) const { return files_->read(path).value_or("(nothing)"); }
-
-    fs::path folder_ = freshFolder();
-    std::unique_ptr<FileSystem> files_;
-};
 
 class FileSystemContract : public FolderFixture, public ::testing::TestWithParam<Kind> {
 protected:
@@ -237,109 +181,6 @@ TEST_P(FileSystemContract, ReplacesAFileWhole) {
 
 INSTANTIATE_TEST_SUITE_P(Files, FileSystemContract, ::testing::Values(Kind::posix, Kind::memory),
                          [](const auto& test) { return test.param == Kind::posix ? "Posix" : "Memory"; });
-
-class PosixFileSystemTest : public FolderFixture, public ::testing::Test {
-protected:
-    PosixFileSystemTest() : FolderFixture(Kind::posix) {}
-
-    static int modeOf(const fs::path& path) {
-        return static_cast<int>(fs::status(path).permissions() & fs::perms::mask);
-    }
-};
-
-TEST_F(PosixFileSystemTest, NewFilesAndFoldersAreForTheUserAlone) {
-    put(folder_ / "a", "");
-    ASSERT_TRUE(files_->appendLine(folder_ / "journal", "x"));
-    ASSERT_TRUE(files_->createFolders(folder_ / "b" / "c"));
-    EXPECT_EQ(modeOf(folder_ / "a"), 0600);
-    EXPECT_EQ(modeOf(folder_ / "journal"), 0600);
-    EXPECT_EQ(modeOf(folder_ / "b"), 0700);
-    EXPECT_EQ(modeOf(folder_ / "b" / "c"), 0700);
-}
-
-TEST_F(PosixFileSystemTest, ReplacingKeepsPermissions) {
-    for (const int mode : {0644, 0666, 0600}) {
-        ASSERT_TRUE(writeAtomically(*files_, folder_ / "a", "old"));
-        fs::permissions(folder_ / "a", static_cast<fs::perms>(mode));
-        ASSERT_TRUE(writeAtomically(*files_, folder_ / "a", "new"));
-        EXPECT_EQ(modeOf(folder_ / "a"), mode);
-    }
-}
-
-TEST_F(PosixFileSystemTest, ReplacingFollowsSymbolicLinks) {
-    ASSERT_TRUE(files_->createFolders(folder_ / "real"));
-    put(folder_ / "real" / "a", "old");
-    fs::create_symlink("real/a", folder_ / "link");
-    fs::create_symlink("link", folder_ / "chain");
-    ASSERT_TRUE(writeAtomically(*files_, folder_ / "chain", "new"));
-    EXPECT_TRUE(fs::is_symlink(folder_ / "chain"));
-    EXPECT_TRUE(fs::is_symlink(folder_ / "link"));
-    EXPECT_EQ(get(folder_ / "real" / "a"), "new");
-}
-
-TEST_F(PosixFileSystemTest, WritesThroughALinkThatLeadsNowhereYet) {
-    fs::create_symlink("target", folder_ / "link");
-    ASSERT_TRUE(writeAtomically(*files_, folder_ / "link", "new"));
-    EXPECT_TRUE(fs::is_symlink(folder_ / "link"));
-    EXPECT_EQ(get(folder_ / "target"), "new");
-}
-
-TEST_F(PosixFileSystemTest, ALoopOfLinksIsAnError) {
-    fs::create_symlink("b", folder_ / "a");
-    fs::create_symlink("a", folder_ / "b");
-    EXPECT_EQ(errorOf(files_->read(folder_ / "a")), FileError::Kind::other);
-    EXPECT_EQ(files_->resolved(folder_ / "a").parent_path(), files_->resolved(folder_));
-}
-
-TEST_F(PosixFileSystemTest, ListsWhatLinksLeadTo) {
-    put(folder_ / "file", "");
-    fs::create_symlink("file", folder_ / "link1");
-    fs::create_symlink(".", folder_ / "link2");
-    fs::create_symlink("none", folder_ / "link3");
-    const FileResult<std::vector<DirectoryEntry>> entries = files_->list(folder_);
-    ASSERT_TRUE(entries);
-    ASSERT_EQ(entries->size(), 4U);
-    const FileKind kinds[] = {FileKind::file, FileKind::file, FileKind::directory, FileKind::other};
-    for (std::size_t i = 0; i < 4; ++i) {
-        EXPECT_EQ((*entries)[i].kind, kinds[i]) << i;
-        EXPECT_EQ((*entries)[i].isSymbolicLink, i > 0) << i;
-    }
-}
-
-TEST_F(PosixFileSystemTest, APipeIsNoFileToRead) {
-    ASSERT_EQ(::mkfifo((folder_ / "pipe").c_str(), 0600), 0);
-    EXPECT_EQ(errorOf(files_->read(folder_ / "pipe")), FileError::Kind::other);
-}
-
-TEST_F(PosixFileSystemTest, DeniesWhatPermissionsForbid) {
-    if (::geteuid() == 0) GTEST_SKIP() << "nothing is forbidden to this user";
-    put(folder_ / "a", "");
-    fs::permissions(folder_ / "a", fs::perms::none);
-    EXPECT_EQ(errorOf(files_->read(folder_ / "a")), FileError::Kind::denied);
-    EXPECT_EQ(errorOf(files_->appendLine(folder_ / "a", "x")), FileError::Kind::denied);
-}
-
-TEST_F(PosixFileSystemTest, TellsAFullDisk) {
-    if (!fs::exists("/dev/full")) GTEST_SKIP();
-    EXPECT_EQ(errorOf(files_->appendLine("/dev/full", "x")), FileError::Kind::noSpace);
-}
-
-TEST_F(PosixFileSystemTest, TellsWhenAFileWasModified) {
-    put(folder_ / "a", "x");
-    const auto now = std::chrono::system_clock::now().time_since_epoch();
-    const double seconds = std::chrono::duration<double>(now).count() - kReferenceInUnixSeconds;
-    EXPECT_NEAR(files_->info(folder_ / "a")->modified.seconds, seconds, 60);
-}
-
-TEST_F(PosixFileSystemTest, TheLockFileTellsTheHolder) {
-    std::ofstream(folder_ / kLockFileName) << "12345678901 left by a crash";
-    const auto lock = files_->lock(folder_);
-    ASSERT_TRUE(lock);
-    EXPECT_EQ(get(folder_ / kLockFileName), std::to_string(::getpid()) + "\n");
-    const auto second = PosixFileSystem().lock(folder_);
-    ASSERT_FALSE(second);
-    EXPECT_EQ(second.error().holder, ::getpid());
-}
 
 }  // namespace
 }  // namespace tessary

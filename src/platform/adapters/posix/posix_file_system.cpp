@@ -214,7 +214,11 @@ int readHolder(const Descriptor& file) {
 
 LockFailure lockFailure(const Descriptor& file, const fs::path& path, int code) {
     if (code != EWOULDBLOCK) return {.message = describe(path, code)};
-    return {.heldByOther = true, .holder = readHolder(file), .message = path.string() + ": locked by another program"};
+    const int holder = readHolder(file);
+    const std::string process = holder > 0 ? " (process " + std::to_string(holder) + ")" : "";
+    return {.heldByOther = true,
+            .holder = holder,
+            .message = path.string() + ": locked by another program" + process};
 }
 
 }  // namespace
