@@ -368,11 +368,27 @@ void writeValue(JsonWriter& writer, const T& value) {
     writeRecord(writer, value);
 }
 
+/// Writes a list with `writeElement`. The first elements tell roughly how much room a long list takes: growing the
+/// buffer step by step would cost as much as writing into it.
+template <class V, class F>
+void writeList(JsonWriter& writer, const std::vector<V>& values, F writeElement) {
+    constexpr std::size_t kSample = 64;
+    constexpr std::size_t kMostReserved = 128UL * 1024 * 1024;  // the first elements may be unlike the rest
+    writer.beginArray();
+    const std::size_t start = writer.size();
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (i == kSample) {
+            const std::size_t elementSize = (writer.size() - start) / kSample + 1;
+            writer.reserve(std::min(kMostReserved, writer.size() + elementSize * (values.size() + values.size() / 8)));
+        }
+        writeElement(values[i]);
+    }
+    writer.endArray();
+}
+
 template <class V>
 void writeValue(JsonWriter& writer, const std::vector<V>& values) {
-    writer.beginArray();
-    for (const V& value : values) writeValue(writer, value);
-    writer.endArray();
+    writeList(writer, values, [&writer](const V& value) { writeValue(writer, value); });
 }
 
 template <class V>
@@ -387,16 +403,22 @@ void writeValue(JsonWriter& writer, const std::map<std::string, V>& values) {
 
 namespace detail {
 
+constexpr bool isPlainKey(std::string_view key) {
+    return std::ranges::all_of(
+        key, [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); });
+}
+
 template <class T, std::size_t I>
 void writeField(const T& record, JsonWriter& writer) {
     constexpr const auto& field = std::get<I>(Record<T>::fields);
+    static_assert(isPlainKey(field.key));
     const auto& value = record.*field.member;
     if constexpr (field.presence == Presence::optional) {
         if (!value) return;
-        writer.key(field.key);
+        writer.plainKey(field.key);
         writeValue(writer, *value);
     } else {
-        writer.key(field.key);
+        writer.plainKey(field.key);
         writeValue(writer, value);
     }
 }

@@ -1,8 +1,11 @@
 #include "base/json_writer.h"
 
+#include <simdjson.h>
+
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <utility>
 
 #include "base/text.h"
@@ -25,6 +28,19 @@ constexpr std::array<char, 256> kEscapes = [] {
 }();
 
 constexpr double kLargestPlainInteger = 1e15;
+
+/// Whether one of the eight bytes from `text` on has an escape. Looks at all eight at once, each in its own lane of a
+/// word; long texts have few escapes.
+bool hasEscapeInEight(const char* text) {
+    constexpr std::uint64_t kOnes = 0x0101010101010101;
+    constexpr std::uint64_t kHighBits = 0x8080808080808080;
+    std::uint64_t word = 0;
+    std::memcpy(&word, text, sizeof word);
+    const auto laneBelow = [](std::uint64_t lanes, unsigned limit) { return (lanes - kOnes * limit) & ~lanes; };
+    const std::uint64_t found =
+        laneBelow(word, 0x20) | laneBelow(word ^ kOnes * '"', 1) | laneBelow(word ^ kOnes * '\\', 1);
+    return (found & kHighBits) != 0;
+}
 
 }  // namespace
 
@@ -61,6 +77,14 @@ void JsonWriter::key(std::string_view name) {
     beforeValue();
     quoted(name);
     text_ += format_.layout == JsonLayout::compact ? ":" : ": ";
+    afterKey_ = true;
+}
+
+void JsonWriter::plainKey(std::string_view name) {
+    beforeValue();
+    text_ += '"';
+    text_ += name;
+    text_ += format_.layout == JsonLayout::compact ? "\":" : "\": ";
     afterKey_ = true;
 }
 
@@ -113,10 +137,9 @@ void JsonWriter::string(std::string_view value) {
 }
 
 void JsonWriter::date(Date value) {
-    if (format_.dates == JsonDates::referenceSeconds) return number(value.seconds);
-    if (const std::optional<std::string> text = formatIso8601(value)) return string(*text);
-    refuse("a date outside the years 1 to 9999");
-    null();
+    const bool asText = format_.dates == JsonDates::iso8601;
+    if (const std::optional<std::string> text = asText ? formatIso8601(value) : std::nullopt) return string(*text);
+    number(value.seconds);
 }
 
 void JsonWriter::quoted(std::string_view value) {
@@ -124,6 +147,7 @@ void JsonWriter::quoted(std::string_view value) {
     text_ += '"';
     std::size_t start = 0;
     for (std::size_t i = 0; i < value.size(); ++i) {
+        while (i + 8 < value.size() && !hasEscapeInEight(value.data() + i)) i += 8;
         const auto byte = static_cast<unsigned char>(value[i]);
         const char escape = kEscapes[byte];
         if (escape == 0) [[likely]] continue;
@@ -150,7 +174,7 @@ std::expected<std::string, std::string> JsonWriter::finish() {
     if (!refusal_.empty()) return std::unexpected("cannot write " + std::exchange(refusal_, {}));
     depth_ = 0;
     needsComma_ = afterKey_ = false;
-    if (!isValidUtf8(text)) return scrubbedUtf8(text);
+    if (!simdjson::validate_utf8(text)) return scrubbedUtf8(text);
     return text;
 }
 

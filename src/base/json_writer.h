@@ -41,6 +41,8 @@ public:
 
     /// The key of the next value. `name` is escaped like any string.
     void key(std::string_view name);
+    /// A key of letters and digits, as records have them: nothing is escaped.
+    void plainKey(std::string_view name);
 
     void null();
     void boolean(bool value);
@@ -49,12 +51,15 @@ public:
     void number(double value);
     /// Malformed UTF-8 is written as U+FFFD: one bad byte must never keep a whole library from being saved.
     void string(std::string_view value);
-    /// In the format's own form. A moment that the form cannot carry is refused.
+    /// In the format's own form. A moment that ISO 8601 cannot carry is written as a number, which reading understands:
+    /// one odd date must not keep a library from being exported.
     void date(Date value);
 
     /// The document, or why it could not be written. The writer is empty afterwards.
     [[nodiscard]] std::expected<std::string, std::string> finish();
 
+    /// Bytes written so far.
+    [[nodiscard]] std::size_t size() const { return text_.size(); }
     void reserve(std::size_t bytes) { text_.reserve(bytes); }
 
 private:

@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
+#include "app/system_ports.h"
 #include "cli/interrupts.h"
-#include "platform/adapters/threads/event_loop.h"
 
 namespace tessary {
 

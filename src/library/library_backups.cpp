@@ -120,9 +120,11 @@ void makeDailyBackup(const LibraryFolders& folders, const StoreServices& service
     if (!exists(services.files, path) && !copyBackup(services, folders.entries(), path)) return;
     const Date firstKept = services.calendar.addingDays(now, 1 - keepDays);
     const std::string firstKey = dayKey(services.calendar.civilTime(firstKept).day);
-    for (const std::string& name : fileNames(services.files, folder)) {
-        const std::optional<std::string_view> key = keyOf(name);
-        if (key && hasShape(*key, kDayShape) && *key < firstKey) removeBackup(services, folder / name);
+    std::vector<std::string> copies = fileNames(services.files, folder);
+    std::erase_if(copies, [](const std::string& name) { return !hasShape(keyOf(name).value_or(""), kDayShape); });
+    std::ranges::sort(copies);
+    for (std::size_t i = 0; i + static_cast<std::size_t>(keepDays) < copies.size(); ++i) {
+        if (*keyOf(copies[i]) < firstKey) removeBackup(services, folder / copies[i]);
     }
 }
 

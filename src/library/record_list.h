@@ -130,9 +130,7 @@ void readValue(JsonValue json, const ReadContext& context, std::vector<std::shar
 
 template <HasRecord T>
 void writeValue(JsonWriter& writer, const std::vector<std::shared_ptr<const T>>& values) {
-    writer.beginArray();
-    for (const std::shared_ptr<const T>& value : values) writeRecord(writer, *value);
-    writer.endArray();
+    writeList(writer, values, [&writer](const std::shared_ptr<const T>& value) { writeRecord(writer, *value); });
 }
 
 }  // namespace tessary

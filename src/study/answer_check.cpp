@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <optional>
+#include <span>
 #include <utility>
 
 #include "base/text.h"
@@ -20,14 +21,16 @@ constexpr std::string_view kWrong = "That doesn't match the expected answer.";
 constexpr std::string_view kBlanksCorrect = "Every blank is right.";
 constexpr std::string_view kBlanksWrong = "None of the blanks match.";
 
-/// Words beyond these are not looked at one by one: the work stays bounded whatever is pasted.
+// What is beyond these is not looked at one by one: the work stays bounded whatever is pasted.
 constexpr std::size_t kMostWords = 300;
-constexpr double kMisspeltWeight = 0.9;  ///< of a misspelt word, against a right one
-constexpr double kLeastShare = 0.25;     ///< of the key words, for "partial"
+constexpr std::size_t kMostAnswers = 500;  ///< alternatives, with and without their optional parts
+constexpr double kMisspeltWeight = 0.9;    ///< of a misspelt word, against a right one
+constexpr double kLeastShare = 0.25;       ///< of the key words, for "partial"
 
 AnswerGrade graded(double score, Verdict verdict, std::vector<std::string> missing = {}) {
-    const std::string_view feedback =
-        verdict == Verdict::correct ? kCorrect : verdict == Verdict::partial ? kPartial : kWrong;
+    const std::string_view feedback = verdict == Verdict::correct   ? kCorrect
+                                      : verdict == Verdict::partial ? kPartial
+                                                                    : kWrong;
     return {.verdict = verdict, .score = score, .feedback = std::string(feedback), .missing = std::move(missing)};
 }
 
@@ -57,9 +60,9 @@ public:
     AnswerGrade grade() {
         findWholeParts();
         findWords([](const AnswerWord& a, const AnswerWord& b) { return a.key == b.key; }, 1);
-        findWords([](const AnswerWord& a, const AnswerWord& b) {
-            return !a.exact && !b.exact && isMisspelling(a.key, b.key);
-        }, kMisspeltWeight);
+        findWords([](const AnswerWord& a,
+                     const AnswerWord& b) { return !a.exact && !b.exact && isMisspelling(a.key, b.key); },
+                  kMisspeltWeight);
         for (Part& part : parts_) {
             if (part.whole || (!contradicts(part) && !isCalculation(part))) continue;
             std::fill(found_.begin() + part.begin, found_.begin() + part.end, 0.0);
@@ -77,7 +80,7 @@ private:
     struct Part {
         std::ptrdiff_t begin = 0;  // into the expected words
         std::ptrdiff_t end = 0;
-        bool whole = false;        // its words stand together in what was typed
+        bool whole = false;  // its words stand together in what was typed
         std::ptrdiff_t length() const { return end - begin; }
     };
 
@@ -211,7 +214,7 @@ std::string_view trimmedUtf8(std::u32string_view points, std::string& buffer) {
 }
 
 AnswerGrade compareOne(const std::u32string& accepted, const std::u32string& typedText, NumberReading reading,
-                           const Words& typed, const TextServices& text) {
+                       const Words& typed, const TextServices& text) {
     const Words expected = answerWords(accepted, reading, text);
     if (hasNoLetters(expected)) {
         std::string a;
@@ -227,8 +230,7 @@ AnswerGrade compareOne(const std::u32string& accepted, const std::u32string& typ
     AnswerGrade grade = WordMatch(accepted, expectedWords, typedWords).grade();
     const bool allSeen = expectedWords.size() < kMostWords && typedWords.size() < kMostWords;
     if (grade.verdict == Verdict::correct && !allSeen) return partial(1);
-    const bool misspelt =
-        isPlainWords(expected) && isPlainWords(typed) && isMisspelling(expectedRun, typedRun);
+    const bool misspelt = isPlainWords(expected) && isPlainWords(typed) && isMisspelling(expectedRun, typedRun);
     return misspelt && grade.verdict != Verdict::correct && grade.score < partial(kMisspeltWeight).score
                ? partial(kMisspeltWeight)
                : grade;
@@ -237,7 +239,8 @@ AnswerGrade compareOne(const std::u32string& accepted, const std::u32string& typ
 AnswerGrade compareText(std::string_view expected, std::string_view typed, const TextServices& text) {
     if (trimmed(typed).empty()) return wrong();
     const std::u32string typedText = plainAnswer(typed);
-    const std::vector<std::u32string> accepted = acceptedAnswers(plainAnswer(expected), text);
+    std::vector<std::u32string> accepted = acceptedAnswers(plainAnswer(expected), text);
+    accepted.resize(std::min(accepted.size(), kMostAnswers));
     AnswerGrade best = wrong();
     for (const NumberReading reading : {NumberReading::decimalComma, NumberReading::groupedThousands}) {
         const Words typedWords = answerWords(typedText, reading, text);

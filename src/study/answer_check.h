@@ -22,12 +22,17 @@ struct AnswerGrade {
     friend bool operator==(const AnswerGrade&, const AnswerGrade&) = default;
 };
 
-/// Compares a typed answer with the card's own, without regard to case, diacritics, punctuation and spacing; small
-/// typing errors give "partial". A multiple choice also takes the option's number, from 1. For a cloze with several
-/// blanks use `checkBlanks`.
+/// Compares a typed answer with the card's own, without regard to case, diacritics, punctuation and spacing; but a
+/// decimal point, a minus and other operators count. Of the expected answer " / " separates alternatives, commas and
+/// "and" separate parts that may come in any order, and what stands in parentheses may be left out.
+///
+/// "Partial" is an answer with small typing errors (never in numbers), with a part missing, or with words added that
+/// may change its meaning. A multiple choice also takes the option's number, from 1; of several blanks one text gives
+/// all, with "·", ";" or "," between them. Bounded work for any text. Any thread.
 [[nodiscard]] AnswerGrade checkAnswer(const CardContent& card, std::string_view typed, const TextServices& text);
 
-/// Compares each typed term with the term of its own blank; `typed` may be shorter than the card has blanks.
+/// Compares each typed term with the term of its own blank; `typed` may be shorter than the card has blanks. The score
+/// is the mean of all blanks, and every term that is not right counts as missing. Any thread.
 [[nodiscard]] AnswerGrade checkBlanks(const CardContent& card, const std::vector<std::string>& typed,
                                       const TextServices& text);
 

@@ -269,8 +269,20 @@ std::u32string without(std::u32string_view text, const std::vector<Parentheses>&
 // Not left to folding, which would take the stroke off "≠".
 std::u32string plainAnswer(std::string_view text) {
     constexpr std::array<std::pair<char32_t, std::u32string_view>, 14> kSpellings = {{
-        {0xD7, U"*"}, {0x22C5, U"*"}, {0xF7, U"/"}, {0x2215, U"/"}, {0x2044, U"/"}, {0x2264, U"<="}, {0x2265, U">="},
-        {0x2192, U"->"}, {0x207A, U"+"}, {0x207B, U"-"}, {0xFF08, U"("}, {0xFF09, U")"}, {0xA0, U" "}, {0x202F, U" "},
+        {0xD7, U"*"},
+        {0x22C5, U"*"},
+        {0xF7, U"/"},
+        {0x2215, U"/"},
+        {0x2044, U"/"},
+        {0x2264, U"<="},
+        {0x2265, U">="},
+        {0x2192, U"->"},
+        {0x207A, U"+"},
+        {0x207B, U"-"},
+        {0xFF08, U"("},
+        {0xFF09, U")"},
+        {0xA0, U" "},
+        {0x202F, U" "},
     }};
     std::u32string result;
     bool raised = false;
@@ -337,14 +349,14 @@ bool isConnector(const AnswerWord& word) {
 }
 
 bool isHarmless(const AnswerWord& word) {
-    static constexpr std::array<std::u32string_view, 14> kHarmless = {
-        U"it", U"its", U"is", U"are", U"was", U"were", U"they", U"this", U"that", U"these", U"those", U"in", U"at",
-        U"on"};
+    static constexpr std::array<std::u32string_view, 14> kHarmless = {U"it",    U"its",  U"is",   U"are",  U"was",
+                                                                      U"were",  U"they", U"this", U"that", U"these",
+                                                                      U"those", U"in",   U"at",   U"on"};
     return isOneOf(word, kHarmless) || isConnector(word) || isArticle(word);
 }
 
 bool isMisspelling(std::u32string_view expected, std::u32string_view typed) {
-    constexpr std::size_t kLongest = 256;
+    constexpr std::size_t kLongest = 128;
     const std::size_t allowed = expected.size() < 4 ? 0 : expected.size() < 8 ? 1 : 2;
     const std::size_t shorter = std::min(expected.size(), typed.size());
     const std::size_t longer = std::max(expected.size(), typed.size());
@@ -367,8 +379,7 @@ bool isMisspelling(std::u32string_view expected, std::u32string_view typed) {
         for (std::size_t j = first; j <= last; ++j) {
             std::size_t distance = j == 0 ? i : std::min(row[j - 1], above[j]) + 1;
             if (j > 0) distance = std::min(distance, above[j - 1] + (expected[i - 1] == typed[j - 1] ? 0 : 1));
-            const bool swapped =
-                i > 1 && j > 1 && expected[i - 1] == typed[j - 2] && expected[i - 2] == typed[j - 1];
+            const bool swapped = i > 1 && j > 1 && expected[i - 1] == typed[j - 2] && expected[i - 2] == typed[j - 1];
             if (swapped) distance = std::min(distance, twoAbove[j - 2] + 1);
             row[j] = std::min(distance, tooFar);
             least = std::min(least, row[j]);

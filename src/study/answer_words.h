@@ -15,7 +15,7 @@ struct AnswerWord {
     std::u32string key;     ///< folded; never empty
     std::size_t begin = 0;  ///< in the text
     std::size_t end = 0;
-    bool exact = false;     ///< with digits or operators: there are no small errors in it
+    bool exact = false;  ///< with digits or operators: there are no small errors in it
     bool isOperator = false;
     bool isKeyWord = false;
     bool separatorAfter = false;  ///< as a comma

@@ -93,8 +93,8 @@ public:
         bool suspendedAsLeech = false;  ///< by this very rating
         RatingNumber number{};
     };
-    /// Schedules the card anew, counts it when it was new, applies the leech rule, logs the rating. Absent for an unknown
-    /// card. `secondsTaken` is the learner's time, 0 when unknown.
+    /// Schedules the card anew, counts it when it was new, applies the leech rule, logs the rating. Absent for an
+    /// unknown card. `secondsTaken` is the learner's time, 0 when unknown.
     std::optional<Rated> rate(CardId card, Rating rating, Date now, double secondsTaken = 0);
     /// Takes back the last rating that has not been taken back: memory, moment of failure, a suspension as a leech, and
     /// the place among the day's new cards. An edit made since stays. Gives the card; absent when there is no rating

@@ -209,11 +209,11 @@ CardContent clozeCard(std::string_view text, const std::vector<Term>& terms, std
     card.kind = FlashcardKind::cloze;
     std::vector<std::string> hidden;
     std::string front;
-    for (const auto& term : terms) {
-        if (term.begin < begin || term.end > end) continue;
-        hidden.emplace_back(text.substr(term.begin + kMarkLength, term.end - term.begin - 2 * kMarkLength));
-        front += fmt::format("{}{{{{{}}}}}", text.substr(begin, term.begin - begin), hidden.back());
-        begin = term.end;
+    auto term = std::ranges::lower_bound(terms, begin, {}, &Term::begin);
+    for (; term != terms.end() && term->end <= end; ++term) {
+        hidden.emplace_back(text.substr(term->begin + kMarkLength, term->end - term->begin - 2 * kMarkLength));
+        front += fmt::format("{}{{{{{}}}}}", text.substr(begin, term->begin - begin), hidden.back());
+        begin = term->end;
     }
     if (hidden.empty()) return card;
     front += text.substr(begin, end - begin);

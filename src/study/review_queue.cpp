@@ -123,9 +123,8 @@ std::vector<CardId> spread(const std::vector<CardId>& sparse, const std::vector<
     result.reserve(total);
     std::size_t placed = 0;
     while (result.size() < total) {
-        const bool isTurn =
-            placed < sparse.size() &&
-            result.size() >= (2 * placed + static_cast<std::size_t>(place)) * total / (2 * sparse.size());
+        const bool isTurn = placed < sparse.size() && result.size() >= (2 * placed + static_cast<std::size_t>(place)) *
+                                                                           total / (2 * sparse.size());
         if (isTurn) {
             result.push_back(sparse[placed++]);
         } else {

@@ -24,7 +24,7 @@ public:
     ScopePages(const JournalStore& library, const ReviewScope& scope);
 
     [[nodiscard]] bool contains(PageId page) const {
-        return library_->entries().contains(page) && (!pages_ || pages_->contains(page));
+        return (!pages_ || pages_->contains(page)) && library_->entries().contains(page);
     }
 
 private:

@@ -56,11 +56,11 @@ public:
     void refresh(Date now);
 
     struct Summary {
-        std::int64_t cards = 0;           ///< different cards rated
+        std::int64_t cards = 0;  ///< different cards rated
         std::int64_t ratings = 0;
-        std::int64_t remembered = 0;      ///< ratings other than Again
-        double seconds = 0;               ///< of the learner, over all ratings
-        std::optional<Date> nextDue;      ///< of the scope; absent when nothing is left to fall due
+        std::int64_t remembered = 0;  ///< ratings other than Again
+        double seconds = 0;           ///< of the learner, over all ratings
+        std::optional<Date> nextDue;  ///< of the scope; absent when nothing is left to fall due
     };
     /// Ratings that were taken back do not count.
     [[nodiscard]] Summary summary(Date now) const;
@@ -104,9 +104,9 @@ private:
     Date now_;
     Date latest_;  ///< of all the times told: a clock set back must not put cards out of reach
     std::optional<CardId> current_;
-    std::optional<CardId> forced_;   ///< was current when a step was taken back
+    std::optional<CardId> forced_;  ///< was current when a step was taken back
     std::deque<CardId> main_;
-    std::vector<CardId> learning_;   ///< every card that was in learning at the start or came to it; phases may change
+    std::vector<CardId> learning_;  ///< every card that was in learning at the start or came to it; phases may change
     std::vector<Step> steps_;
     std::vector<Given> given_;
     bool changing_ = false;  ///< by this session, whose observers of the store may call `refresh` meanwhile

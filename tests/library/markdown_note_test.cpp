@@ -108,8 +108,8 @@ TEST(MarkdownNoteTest, NoFrontMatterOfTheUserIsLost) {
 
 TEST(MarkdownNoteTest, HostileTextsAreReadInReasonableTime) {
     constexpr std::size_t kBytes = 1'000'000;
-    for (const std::string_view piece : {"![", "[", "`", "![[", "![](", "![](<", "![a](b) ", "**", "*a _b ", "[[a|", "\\",
-                                         "~~~\n", "> ", "- ", "`` ` ", "![a]", "\n", "# "}) {
+    for (const std::string_view piece : {"![", "[", "`", "![[", "![](", "![](<", "![a](b) ", "**", "*a _b ", "[[a|",
+                                         "\\", "~~~\n", "> ", "- ", "`` ` ", "![a]", "\n", "# "}) {
         std::string text = "# x";
         while (text.size() < kBytes) text += piece;
         for (std::size_t i = 0; i < kBytes / 8; ++i) text += "])";

@@ -52,6 +52,7 @@ TEST(AnswerCheckTest, CaseDiacriticsPunctuationAndSpacingAreForgiven) {
              {"**mitochondria**", "mitochondria"}, {"H₂O", "H2O"},
              {"COVID-19", "covid 19"},             {"1914–1918", "1914-1918"},
              {"x = 5", "x=5"},                     {"x ≤ 5", "x <= 5"},
+             {"x ≠ 5", "x != 5"},                  {"1,234,567", "1 234 567"},
              {"−5 °C", "-5 C"},                    {"10²", "10^2"},
              {"U.S.A.", "usa"},                    {"3.14", "3,14"},
              {"10,000", "10000"},                  {"10 000 m", "10,000 m"},
@@ -72,6 +73,7 @@ TEST(AnswerCheckTest, SignsThatTellAnswersApartCount) {
              {"3.14", "314"},     {"3.141", "3141"},   {"-5", "5"},          {"5", "-5"},        {"C++", "C"},
              {"C", "C++"},        {"C#", "C"},         {"Na+", "Na"},        {"5%", "5"},        {"x > 5", "x < 5"},
              {"x ≠ 5", "x = 5"},  {"1/2", "12"},       {"1 / 2", "1"},       {"10²", "102"},     {"1e-5", "1e5"},
+             {"1234,567", "1234567"},
              {"10^-5", "10^5"},   {"1945", "1946"},    {"pH 7.4", "pH 7.0"}, {"H2O", "H20"},     {"19 45", "1945"},
              {"299792458", "29979245"}, {"→", "←"},   {"की", "का"},         {"Paris", "London"}, {"mitosis", "meiosis"},
              {"the cell", "the"}, {"(2+3)*4", "4"},    {"cat", "car"},       {"Paris", "🎉"},    {"", "x"}}) {
@@ -133,7 +135,7 @@ TEST(AnswerCheckTest, AlternativesPartsInAnyOrderAndOptionalParts) {
                                                            {"cell, cell wall", "cell wall & cell"},
                                                            {"ice cream, tea", "tea and icecream"},
                                                            {"ATP (adenosine triphosphate)", "ATP"},
-                                                           {"ATP (adenosine triphosphate)", "atp adenosine triphosphate"},
+                                                           {"ATP (adenosine)", "atp adenosine"},
                                                            {"colo(u)r (noun)", "color"},
                                                            {"colo(u)r (noun)", "colour"},
                                                            {"(to) run / jog (slowly)", "jog"},
@@ -149,7 +151,8 @@ TEST(AnswerCheckTest, MultipleChoiceTakesTheTextOrTheNumber) {
         EXPECT_EQ(checkAnswer(card, typed, kText).verdict, Verdict::correct) << typed;
     }
     EXPECT_EQ(checkAnswer(card, "hypertermia", kText).verdict, Verdict::partial);
-    for (const std::string_view typed : {"hypothermia", "hypotermia", "1", "0", "4", "both", "", "99999999999999999999"}) {
+    for (const std::string_view typed : {"hypothermia", "hypotermia", "hypethermia", "1", "0", "4", "both", "",
+                                         "99999999999999"}) {
         EXPECT_EQ(checkAnswer(card, typed, kText).verdict, Verdict::wrong) << typed;
     }
     EXPECT_EQ(checkAnswer(choice({"4", "2", "3"}, 1), "2", kText).verdict, Verdict::correct);
@@ -163,7 +166,7 @@ TEST(AnswerCheckTest, MultipleChoiceTakesTheTextOrTheNumber) {
 TEST(AnswerCheckTest, EachBlankIsJudgedAlone) {
     const CardContent card = cloze("{{Paris}} lies on the {{Seine}}, in {{France}}.");
     EXPECT_EQ(checkBlanks(card, {"paris", "seine", "france"}, kText),
-              (AnswerGrade{.verdict = Verdict::correct, .score = 1, .feedback = "Every blank is right.", .missing = {}}));
+              (AnswerGrade{Verdict::correct, 1, "Every blank is right.", {}}));
     const AnswerGrade some = checkBlanks(card, {"Paris", "Siene"}, kText);
     EXPECT_EQ(some.verdict, Verdict::partial);
     EXPECT_EQ(some.missing, (Texts{"Seine", "France"}));

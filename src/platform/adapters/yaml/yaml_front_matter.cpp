@@ -29,8 +29,8 @@ std::optional<std::vector<std::string>> textsOf(const YAML::Node& value, std::si
             if (node.IsScalar()) room = 0;
             return;
         }
-        texts.push_back(node.Scalar());
-        room -= texts.back().size() + 1;
+        room -= node.Scalar().size() + 1;
+        texts.push_back(scrubbedUtf8(node.Scalar()));  // the escapes \N and \_ give lone bytes
     };
     if (value.IsMap()) return std::nullopt;
     if (!value.IsSequence()) {
@@ -52,7 +52,7 @@ std::expected<FrontMatter, std::string> entriesOf(const YAML::Node& root) {
         const std::size_t keySize = entry.first.Scalar().size() + 1;
         if (keySize > room) return failure(entry.first.Mark(), "too much text");
         room -= keySize;
-        if (texts) result.insert_or_assign(asciiLowered(entry.first.Scalar()), std::move(*texts));
+        if (texts) result.insert_or_assign(asciiLowered(scrubbedUtf8(entry.first.Scalar())), std::move(*texts));
     }
     return result;
 }

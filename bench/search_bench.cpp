@@ -1,0 +1,44 @@
+#include <benchmark/benchmark.h>
+
+#include "library/page_search.h"
+#include "made_up_library.h"
+#include "platform/adapters/icu/icu_text_services.h"
+#include "platform/adapters/threads/thread_queue.h"
+
+namespace tessary {
+namespace {
+
+constexpr auto kUnit = benchmark::kMillisecond;
+
+std::size_t countOf(const benchmark::State& state) { return static_cast<std::size_t>(state.range()); }
+
+void find(benchmark::State& state, std::string_view query, std::size_t wanted) {
+    ThreadQueue queue("bench");
+    OpenLibrary library(countOf(state), 1, queue, StoreAccess::readOnly);
+    const IcuTextServices text;
+    PageSearch search(library.pages, text);
+    if (search.find(query).size() < wanted) state.SkipWithError("not found");
+    for (auto _ : state) benchmark::DoNotOptimize(search.find(query));
+}
+
+/// Words that stand in every page, as soon as it is long enough.
+void searchCommon(benchmark::State& state) { find(state, "gedachtnis membrane", 100); }
+/// A word of which there is none: every page is looked through to its end.
+void searchNothing(benchmark::State& state) { find(state, "hippocampus", 0); }
+BENCHMARK(searchCommon)->Arg(1'000)->Arg(10'000)->Unit(kUnit);
+BENCHMARK(searchNothing)->Arg(1'000)->Arg(10'000)->Unit(kUnit);
+
+/// The first search of a run folds all texts.
+void searchFirst(benchmark::State& state) {
+    ThreadQueue queue("bench");
+    OpenLibrary library(countOf(state), 1, queue, StoreAccess::readOnly);
+    const IcuTextServices text;
+    for (auto _ : state) {
+        PageSearch search(library.pages, text);
+        benchmark::DoNotOptimize(search.find("hippocampus"));
+    }
+}
+BENCHMARK(searchFirst)->Arg(1'000)->Arg(10'000)->Unit(kUnit);
+
+}  // namespace
+}  // namespace tessary
