@@ -40,7 +40,8 @@ fs::path documentsFolder(const fs::path& configuration, const fs::path& home, co
 std::expected<AppPaths, std::string> portablePaths(const fs::path& home, const FileSystem& files) {
     const FileResult<FileInfo> info = files.info(home);
     if (!info && info.error().kind == FileError::Kind::notFound) {
-        return std::unexpected("There is no folder \"" + home.string() + "\". Create it first, or choose another home.");
+        return std::unexpected("There is no folder \"" + home.string() +
+                               "\". Create it first, or choose another home.");
     }
     if (!info) return std::unexpected(info.error().message);
     if (info->kind != FileKind::directory) {

@@ -37,8 +37,7 @@ void addProblem(Findings& findings, Kind kind, std::string_view file, std::strin
 }
 
 void addNote(Findings& findings, Kind kind, std::string_view file, std::string text) {
-    findings.push_back(
-        {.kind = kind, .severity = Severity::note, .file = std::string(file), .text = std::move(text)});
+    findings.push_back({.kind = kind, .severity = Severity::note, .file = std::string(file), .text = std::move(text)});
 }
 
 // ---- identities ----

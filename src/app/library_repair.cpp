@@ -215,8 +215,8 @@ std::unexpected<std::string> failed(const fs::path& file, const std::string& why
 
 FileResult<void> keepCopy(const fs::path& file, const LibraryFolders& folders, const StoreServices& services) {
     if (FileResult<void> made = services.files.createFolders(folders.backups()); !made) return made;
-    const std::string name = file.stem().string() + "-before-repair-" +
-                             timeStamp(services.calendar.civilTime(services.clock.now()));
+    const std::string name =
+        file.stem().string() + "-before-repair-" + timeStamp(services.calendar.civilTime(services.clock.now()));
     fs::path copy = folders.backups() / (name + ".json");
     for (int number = 2; exists(services.files, copy); ++number) {
         copy = folders.backups() / (name + "-" + std::to_string(number) + ".json");
@@ -249,8 +249,7 @@ std::expected<RepairReport, std::string> repairLibrary(const LibraryFolders& fol
     if (const auto written = write(newContents(library, folders, mending), folders, services); !written) {
         return std::unexpected(written.error());
     }
-    return RepairReport{.done = std::move(mending.done()),
-                        .remaining = checkLibrary(folders, services.files, context)};
+    return RepairReport{.done = std::move(mending.done()), .remaining = checkLibrary(folders, services.files, context)};
 }
 
 }  // namespace tessary

@@ -15,7 +15,9 @@ struct WelcomePage {
 };
 
 constexpr std::array kPages{
-    WelcomePage{"Start here", R"(Tessary keeps your notes as pages in notebooks, makes cards of them, and brings each card back just before you would forget it.
+    WelcomePage{
+        "Start here",
+        R"(Tessary keeps your notes as pages in notebooks, makes cards of them, and brings each card back just before you would forget it.
 
 The cards you are about to see come from these three pages. When you are done, delete this notebook and import your own notes.
 
@@ -26,7 +28,9 @@ Which key takes the last rating back? :: u
 
 Everything stays on your computer. The ==trash== keeps deleted pages for {{30}} days.
 )"},
-    WelcomePage{"How memory works", R"(Without repetition most of what you learn is gone within days. Hermann Ebbinghaus measured it on himself in 1885 and drew the ==forgetting curve==.
+    WelcomePage{
+        "How memory works",
+        R"(Without repetition most of what you learn is gone within days. Hermann Ebbinghaus measured it on himself in 1885 and drew the ==forgetting curve==.
 
 Q: What does the spacing effect say?
 A: Repetitions spread over days last longer than the same number in one sitting.

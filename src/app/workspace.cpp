@@ -36,8 +36,7 @@ std::expected<std::unique_ptr<Workspace>, std::string> Workspace::open(AppPaths 
         new Workspace(std::move(paths), ports, access, lock ? std::move(*lock) : nullptr));
 }
 
-Workspace::Workspace(AppPaths paths, const WorkspacePorts& ports, StoreAccess access,
-                     std::unique_ptr<FolderLock> lock)
+Workspace::Workspace(AppPaths paths, const WorkspacePorts& ports, StoreAccess access, std::unique_ptr<FolderLock> lock)
     : paths_(std::move(paths)),
       access_(access),
       lock_(std::move(lock)),
@@ -46,15 +45,14 @@ Workspace::Workspace(AppPaths paths, const WorkspacePorts& ports, StoreAccess ac
       libraryQueue_(ports.makeQueue(kLibraryQueue)),
       cardsQueue_(ports.makeQueue(kCardsQueue)) {
     if (access_ == StoreAccess::readWrite) {
-        leaveSandbox({.stillSandboxed = ports.stillSandboxed,
-                      .homeFolder = paths_.home,
-                      .libraryFolder = paths_.library.base},
-                     services_);
+        leaveSandbox(
+            {.stillSandboxed = ports.stillSandboxed, .homeFolder = paths_.home, .libraryFolder = paths_.library.base},
+            services_);
     }
     library_ = std::make_unique<JournalStore>(paths_.library, services_, *libraryQueue_, access_);
     reviewLog_ = std::make_unique<ReviewLog>(paths_.library.reviews(), services_, *cardsQueue_);
-    cards_ = std::make_unique<FlashcardStore>(paths_.library.flashcards(), services_, *cardsQueue_, *reviewLog_,
-                                              access_);
+    cards_ =
+        std::make_unique<FlashcardStore>(paths_.library.flashcards(), services_, *cardsQueue_, *reviewLog_, access_);
 }
 
 Workspace::~Workspace() = default;

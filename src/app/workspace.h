@@ -39,7 +39,8 @@ enum class WorkspaceUse {
 /// One opened library: the stores, wired to the system and to each other. Main thread only.
 class Workspace {
 public:
-    /// Locks the library, takes it over from a sandbox if there is one, and loads the stores. The error is for the user.
+    /// Locks the library, takes it over from a sandbox if there is one, and loads the stores. The error is for the
+    /// user.
     static std::expected<std::unique_ptr<Workspace>, std::string> open(AppPaths paths, const WorkspacePorts& ports,
                                                                        WorkspaceUse use);
     /// Writes what is pending. Call `close` before, to learn of failures.

@@ -27,7 +27,6 @@ struct Bytes {
 template <>
 struct std::hash<tessary::Bytes> {
     std::size_t operator()(const tessary::Bytes& bytes) const noexcept {
-        return std::hash<std::string_view>{}(
-            {reinterpret_cast<const char*>(bytes.data.data()), bytes.data.size()});
+        return std::hash<std::string_view>{}({reinterpret_cast<const char*>(bytes.data.data()), bytes.data.size()});
     }
 };

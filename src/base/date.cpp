@@ -108,7 +108,8 @@ std::optional<std::string> formatIso8601(Date date) {
     constexpr double kEarliest = -63113904000.0;  // 0001-01-01T00:00:00Z
     constexpr double kLatest = 252423993599.0;    // 9999-12-31T23:59:59Z
     if (!(whole >= kEarliest && whole <= kLatest)) return std::nullopt;
-    const auto moment = std::chrono::sys_seconds{kReferenceDay} + std::chrono::seconds{static_cast<std::int64_t>(whole)};
+    const auto moment =
+        std::chrono::sys_seconds{kReferenceDay} + std::chrono::seconds{static_cast<std::int64_t>(whole)};
     const sys_days day = std::chrono::floor<std::chrono::days>(moment);
     const std::chrono::year_month_day ymd{day};
     const std::int64_t second = (moment - std::chrono::sys_seconds{day}).count();

@@ -89,7 +89,7 @@ struct Field {
     using Owner = T;
     using Member = M;
     std::string_view key;
-    M T::*member;
+    M T::* member;
     Presence presence;
     Default makeDefault;
     Rule rule;
@@ -121,34 +121,34 @@ struct ComputedDefault {
 };
 
 template <class T, class M, class Rule = NoRule>
-constexpr auto required(std::string_view key, M T::*member, Rule rule = {}) {
+constexpr auto required(std::string_view key, M T::* member, Rule rule = {}) {
     return Field<T, M, EmptyDefault, Rule>{key, member, Presence::required, {}, rule};
 }
 
 /// The default is an empty value: "", [], {}, 0, false.
 template <class T, class M>
-constexpr auto withDefault(std::string_view key, M T::*member) {
+constexpr auto withDefault(std::string_view key, M T::* member) {
     return Field<T, M, EmptyDefault, NoRule>{key, member, Presence::defaulted, {}, {}};
 }
 
 template <class T, class M, class V, class Rule = NoRule>
-constexpr auto withDefault(std::string_view key, M T::*member, V value, Rule rule = {}) {
+constexpr auto withDefault(std::string_view key, M T::* member, V value, Rule rule = {}) {
     return Field<T, M, ConstantDefault<V>, Rule>{key, member, Presence::defaulted, {value}, rule};
 }
 
 /// `compute` makes the default from the ReadContext.
 template <class T, class M, class F>
-constexpr auto withComputedDefault(std::string_view key, M T::*member, F compute) {
+constexpr auto withComputedDefault(std::string_view key, M T::* member, F compute) {
     return Field<T, M, ComputedDefault<F>, NoRule>{key, member, Presence::defaulted, {compute}, {}};
 }
 
 template <class T, class M, class V>
-constexpr auto tolerant(std::string_view key, M T::*member, V value) {
+constexpr auto tolerant(std::string_view key, M T::* member, V value) {
     return Field<T, M, ConstantDefault<V>, NoRule>{key, member, Presence::tolerant, {value}, {}};
 }
 
 template <class T, class M>
-constexpr auto optional(std::string_view key, std::optional<M> T::*member) {
+constexpr auto optional(std::string_view key, std::optional<M> T::* member) {
     return Field<T, std::optional<M>, EmptyDefault, NoRule>{key, member, Presence::optional, {}, {}};
 }
 
@@ -292,7 +292,8 @@ struct FieldTable {
 
     /// `expected` is tried first: files list their keys in the order of the table. `kCount` for an unknown key.
     static std::size_t find(std::string_view key, std::size_t expected) {
-        if (expected < kCount && keys[expected] == key) [[likely]] return expected;
+        if (expected < kCount && keys[expected] == key) [[likely]]
+            return expected;
         return static_cast<std::size_t>(std::ranges::find(keys, key) - keys.begin());
     }
 };

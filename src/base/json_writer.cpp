@@ -150,7 +150,8 @@ void JsonWriter::quoted(std::string_view value) {
         while (i + 8 < value.size() && !hasEscapeInEight(value.data() + i)) i += 8;
         const auto byte = static_cast<unsigned char>(value[i]);
         const char escape = kEscapes[byte];
-        if (escape == 0) [[likely]] continue;
+        if (escape == 0) [[likely]]
+            continue;
         text_.append(value, start, i - start);
         text_ += '\\';
         text_ += escape;

@@ -10,7 +10,8 @@ namespace tessary {
 /// Without ASCII white space (space, tab, line breaks, form feed, vertical tab) at both ends. A view into `text`.
 [[nodiscard]] std::string_view trimmed(std::string_view text);
 
-/// The lines of `text` without their ends ("\n", "\r\n" or "\r"). A final line end adds no empty line. Views into `text`.
+/// The lines of `text` without their ends ("\n", "\r\n" or "\r"). A final line end adds no empty line. Views into
+/// `text`.
 [[nodiscard]] std::vector<std::string_view> splitLines(std::string_view text);
 
 /// All pieces between the separators, empty ones included; one empty piece for an empty text. Views into `text`.

@@ -7,9 +7,7 @@ namespace {
 
 // ---- showing ----
 
-std::string_view stateOf(const Flashcard& card) {
-    return card.suspended ? "suspended" : enumName(card.memory.phase);
-}
+std::string_view stateOf(const Flashcard& card) { return card.suspended ? "suspended" : enumName(card.memory.phase); }
 
 std::string dueLabel(const Flashcard& card, Date now) {
     if (card.memory.phase == CardMemory::Phase::fresh) return "new";
@@ -239,10 +237,8 @@ void previewCard(CommandContext& context, const IdArgs& args) {
     const Flashcard& card = findCard(workspace.cards(), args.id);
     const Date now = context.now();
     const RatingOutcomes outcomes = previewRatings(card.memory, now, desiredRetention(context.system().settings));
-    const std::array<std::pair<std::string_view, const CardMemory*>, 4> all{{{"again", &outcomes.again},
-                                                                             {"hard", &outcomes.hard},
-                                                                             {"good", &outcomes.good},
-                                                                             {"easy", &outcomes.easy}}};
+    const std::array<std::pair<std::string_view, const CardMemory*>, 4> all{
+        {{"again", &outcomes.again}, {"hard", &outcomes.hard}, {"good", &outcomes.good}, {"easy", &outcomes.easy}}};
     if (context.json()) {
         return context.printJson([&](JsonWriter& writer) {
             writer.beginObject();

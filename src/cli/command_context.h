@@ -61,7 +61,8 @@ public:
 
     /// Opens the library, or gives the one that is open. What could not be read of it goes to the error stream.
     Workspace& open(WorkspaceUse use);
-    /// Writes what is pending and closes the library, if it is open. Throws CommandFailure when something can't be saved.
+    /// Writes what is pending and closes the library, if it is open. Throws CommandFailure when something can't be
+    /// saved.
     void finish();
     [[nodiscard]] std::string answer() const { return answer_.str(); }
 

@@ -19,8 +19,8 @@ template <class Tag>
     return id.toString().substr(0, 8);
 }
 
-/// The one record whose identity begins with `prefix`, in either case. `what` names its kind ("page"); `title` gives its
-/// name. Throws CommandFailure when there is none, or more than one.
+/// The one record whose identity begins with `prefix`, in either case. `what` names its kind ("page"); `title` gives
+/// its name. Throws CommandFailure when there is none, or more than one.
 template <class T, class Title>
 const T& findByPrefix(const RecordList<T>& records, std::string_view prefix, std::string_view what, Title title) {
     if (const auto whole = std::remove_cvref_t<decltype(identityOf(std::declval<const T&>()))>::parse(prefix)) {

@@ -89,7 +89,8 @@ void printReport(CommandContext& context, const NoteImportReport& report) {
     if (!report.notebooks.empty()) out << " in " << counted(report.notebooks.size(), "new notebook", "new notebooks");
     if (report.images > 0) out << " with " << counted(report.images, "image", "images");
     out << '.';
-    if (report.alreadyThere > 0) out << ' ' << counted(report.alreadyThere, "note was", "notes were") << " already there.";
+    if (report.alreadyThere > 0)
+        out << ' ' << counted(report.alreadyThere, "note was", "notes were") << " already there.";
     out << '\n';
     if (!report.added.empty()) out << "Make cards of them: tessary-cli cards from-notes --all\n";
 }

@@ -34,7 +34,7 @@ Interrupts::Interrupts() {
         throw std::system_error(errno, std::generic_category(), "pipe");
     }
     signalArrived = false;
-    struct sigaction action {};
+    struct sigaction action{};
     action.sa_handler = noteSignal;
     sigemptyset(&action.sa_mask);
     for (std::size_t i = 0; i < kEnding.size(); ++i) sigaction(kEnding[i], &action, &handlersBefore[i]);

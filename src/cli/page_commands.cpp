@@ -59,7 +59,8 @@ std::vector<Indented> nested(const PagePointers& pages) {
             if (!placed.insert(next.page).second) continue;
             ordered.push_back(next);
             const PagePointers& below = children[next.page->id];
-            for (auto child = below.rbegin(); child != below.rend(); ++child) waiting.push_back({*child, next.depth + 1});
+            for (auto child = below.rbegin(); child != below.rend(); ++child)
+                waiting.push_back({*child, next.depth + 1});
         }
     };
     for (const JournalEntry* const page : pages) {
@@ -160,7 +161,8 @@ CLI::Option* declareContent(CLI::App& command, EditArgs& args) {
     CLI::Option* const title = addText(command, "--title", args.title, "Its title");
     CLI::Option* const body = addText(command, "--body", args.body, "Its text");
     addText(command, "--body-file", args.bodyFile, "A file with its text")->type_name("FILE")->excludes(body);
-    addText(command, "--notebook", args.notebook, "The notebook it goes to; \"none\" for a loose page")->type_name("ID");
+    addText(command, "--notebook", args.notebook, "The notebook it goes to; \"none\" for a loose page")
+        ->type_name("ID");
     addText(command, "--parent", args.parent, "The page it is a subpage of; \"none\" for none")->type_name("ID");
     addText(command, "--tags", args.tags, "Its tags, separated by commas");
     addYesNo(command, "--favorite", args.favorite, "Whether it is among the favorites");
@@ -202,7 +204,8 @@ bool applyContent(CommandContext& context, const EditArgs& args, JournalEntry& p
 
 /// Where a page is to go: absent when nothing was said, else an identity or "none".
 template <class Find>
-auto placeNamed(const std::optional<std::string>& text, Find find) -> std::optional<std::optional<decltype(find(*text))>> {
+auto placeNamed(const std::optional<std::string>& text, Find find)
+    -> std::optional<std::optional<decltype(find(*text))>> {
     using Place = std::optional<decltype(find(*text))>;
     if (!text) return std::nullopt;
     return *text == kNone ? Place() : Place(find(*text));

@@ -16,7 +16,8 @@ constexpr const char* kDescription =
     "Tessary keeps your notes, makes cards of them, and asks you each card just before you would forget it.";
 
 void declareGlobals(CLI::App& program, GlobalOptions& options) {
-    addText(program, "--home", options.home, "Keep everything below this folder instead of the usual places")->take_last();
+    addText(program, "--home", options.home, "Keep everything below this folder instead of the usual places")
+        ->take_last();
     program
         .add_option_function<std::string>(
             "--now",

@@ -50,7 +50,8 @@ void printSummaryJson(CommandContext& context, const ReviewSession::Summary& sum
 /// Offers a newcomer something to study.
 void offerWelcomeNotebook(Workspace& workspace, ReviewScreen& screen, Keyboard& keyboard) {
     if (workspace.access() != StoreAccess::readWrite || !isUntouched(workspace)) return;
-    screen.notice("Your library is empty. Make a small notebook with three pages and a dozen cards to try it out? [Y/n]");
+    screen.notice(
+        "Your library is empty. Make a small notebook with three pages and a dozen cards to try it out? [Y/n]");
     const Key key = keyboard.next();
     const bool yes = key.kind == Key::Kind::enter || key.text == "y" || key.text == "Y" || key.text == " ";
     if (!yes) return screen.notice("Then bring in your own notes: tessary-cli pages import FOLDER");
@@ -58,7 +59,8 @@ void offerWelcomeNotebook(Workspace& workspace, ReviewScreen& screen, Keyboard& 
 }
 
 std::string_view whyNothing(Workspace& workspace) {
-    if (workspace.library().entries().empty()) return "There are no pages yet. Bring your notes in: tessary-cli pages import FOLDER";
+    if (workspace.library().entries().empty())
+        return "There are no pages yet. Bring your notes in: tessary-cli pages import FOLDER";
     if (workspace.cards().cards().empty()) {
         return "There are no cards yet. Make some from your notes: tessary-cli cards from-notes --all";
     }
@@ -84,8 +86,7 @@ void review(CommandContext& context, const ReviewArgs& args) {
     if (session.current() == nullptr) {
         screen.notice(whyNothing(workspace));
     } else {
-        ReviewDialog(session, workspace, system, screen, keyboard,
-                     args.type ? AnswerMode::type : AnswerMode::flip)
+        ReviewDialog(session, workspace, system, screen, keyboard, args.type ? AnswerMode::type : AnswerMode::flip)
             .run();
     }
     const ReviewSession::Summary summary = session.summary(context.now());

@@ -128,11 +128,11 @@ ReviewDialog::Next ReviewDialog::commonKey(const Key& key, CardId card) {
 
 ReviewDialog::Next ReviewDialog::typedAnswer(const Flashcard& card, Rating& suggested) {
     const CardContent content = contentOf(card);
-    const std::size_t blanks =
-        content.kind == FlashcardKind::cloze ? clozeTerms(content.front).size() : std::size_t{1};
+    const std::size_t blanks = content.kind == FlashcardKind::cloze ? clozeTerms(content.front).size() : std::size_t{1};
     std::vector<std::string> typed;
     for (std::size_t i = 0; i < blanks; ++i) {
-        const std::string prompt = blanks == 1 ? "Your answer (Escape for the keys): " : fmt::format("Blank {} of {}: ", i + 1, blanks);
+        const std::string prompt =
+            blanks == 1 ? "Your answer (Escape for the keys): " : fmt::format("Blank {} of {}: ", i + 1, blanks);
         bool escaped = false;
         const std::optional<std::string> line = screen_.readLine(keyboard_, prompt, escaped);
         if (!line) return Next::quit;
@@ -140,7 +140,7 @@ ReviewDialog::Next ReviewDialog::typedAnswer(const Flashcard& card, Rating& sugg
         typed.push_back(*line);
     }
     const AnswerGrade grade = content.kind == FlashcardKind::cloze ? checkBlanks(content, typed, system_.text)
-                                                                  : checkAnswer(content, typed.front(), system_.text);
+                                                                   : checkAnswer(content, typed.front(), system_.text);
     screen_.grade(grade);
     suggested = suggestedFor(grade.verdict);
     return Next::reveal;

@@ -15,7 +15,12 @@ public:
     /// All arguments outlive the dialog.
     ReviewDialog(ReviewSession& session, Workspace& workspace, SystemPorts& system, ReviewScreen& screen,
                  Keyboard& keyboard, AnswerMode mode)
-        : session_(session), workspace_(workspace), system_(system), screen_(screen), keyboard_(keyboard), mode_(mode) {}
+        : session_(session),
+          workspace_(workspace),
+          system_(system),
+          screen_(screen),
+          keyboard_(keyboard),
+          mode_(mode) {}
 
     void run();
 

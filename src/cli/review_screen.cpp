@@ -81,7 +81,8 @@ void ReviewScreen::ratings(const RatingOutcomes& outcomes, Rating suggested, Dat
         if (look_.showIntervals) label += " " + formatInterval(memory->due - now);
         line += (line.empty() ? "" : "   ") + (rating == suggested ? inked(Ink::bold, label) : label);
     }
-    out_ << kIndent << line << '\n' << inked(Ink::dim, "  Enter takes ") << kNames[static_cast<std::size_t>(suggested) - 1]
+    out_ << kIndent << line << '\n'
+         << inked(Ink::dim, "  Enter takes ") << kNames[static_cast<std::size_t>(suggested) - 1]
          << inked(Ink::dim, " · u undo · s suspend · f flag · e edit · q quit · ? help") << '\n'
          << std::flush;
 }
@@ -104,13 +105,14 @@ void ReviewScreen::notice(std::string_view text) {
 }
 
 void ReviewScreen::help() {
-    notice("Space or Enter: show the answer, then rate as suggested\n"
-           "1 Again, 2 Hard, 3 Good, 4 Easy: rate the card\n"
-           "u: take the last rating back\n"
-           "s: suspend the card, which takes it out of reviews\n"
-           "f: flag the card, or remove the flag\n"
-           "e: edit the card\n"
-           "q: quit; everything is saved");
+    notice(
+        "Space or Enter: show the answer, then rate as suggested\n"
+        "1 Again, 2 Hard, 3 Good, 4 Easy: rate the card\n"
+        "u: take the last rating back\n"
+        "s: suspend the card, which takes it out of reviews\n"
+        "f: flag the card, or remove the flag\n"
+        "e: edit the card\n"
+        "q: quit; everything is saved");
 }
 
 void ReviewScreen::summary(const ReviewSession::Summary& summary, Date now) {
@@ -118,8 +120,8 @@ void ReviewScreen::summary(const ReviewSession::Summary& summary, Date now) {
     if (summary.ratings > 0) {
         const double share = 100.0 * static_cast<double>(summary.remembered) / static_cast<double>(summary.ratings);
         notice(fmt::format("{} in {}, {:.0f}% right.",
-                           counted(static_cast<std::size_t>(summary.cards), "card", "cards"),
-                           duration(summary.seconds), share));
+                           counted(static_cast<std::size_t>(summary.cards), "card", "cards"), duration(summary.seconds),
+                           share));
     }
     if (!summary.nextDue) return;
     const double wait = *summary.nextDue - now;

@@ -58,7 +58,9 @@ void printEntry(CommandContext& context, const SettingEntry& entry) {
     context.out() << onOneLine(describeSetting(settingValue(settings, entry))) << '\n';
 }
 
-void getSetting(CommandContext& context, const KeyArgs& args) { printEntry(context, *valueOrFail(findSetting(args.key))); }
+void getSetting(CommandContext& context, const KeyArgs& args) {
+    printEntry(context, *valueOrFail(findSetting(args.key)));
+}
 
 void setSetting(CommandContext& context, const KeyArgs& args) {
     const SettingEntry& entry = *valueOrFail(findSetting(args.key));

@@ -48,8 +48,9 @@ struct EmptyArgs {
 
 void emptyTrash(CommandContext& context, const EmptyArgs& args) {
     if (!args.yes) {
-        throw UsageFailure("This permanently deletes everything in the Trash. This cannot be undone. "
-                           "Repeat with --yes to do it.");
+        throw UsageFailure(
+            "This permanently deletes everything in the Trash. This cannot be undone. "
+            "Repeat with --yes to do it.");
     }
     const std::size_t deleted = context.open(WorkspaceUse::change).library().emptyTrash();
     if (context.json()) {

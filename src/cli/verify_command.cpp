@@ -16,15 +16,14 @@ RepairReport repair(CommandContext& context) {
     SystemPorts& system = context.system();
     const auto lock = valueOrFail(lockLibrary(system.files, context.paths().library));
     NotificationCenter notifications;
-    return valueOrFail(repairLibrary(context.paths().library,
-                                     {.files = system.files,
-                                      .loop = system.loop,
-                                      .clock = system.clock,
-                                      .calendar = system.calendar,
-                                      .ids = system.ids,
-                                      .settings = system.settings,
-                                      .console = system.console,
-                                      .notifications = notifications}));
+    return valueOrFail(repairLibrary(context.paths().library, {.files = system.files,
+                                                               .loop = system.loop,
+                                                               .clock = system.clock,
+                                                               .calendar = system.calendar,
+                                                               .ids = system.ids,
+                                                               .settings = system.settings,
+                                                               .console = system.console,
+                                                               .notifications = notifications}));
 }
 
 RepairReport check(CommandContext& context) {

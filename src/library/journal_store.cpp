@@ -98,10 +98,9 @@ bool JournalStore::allLoaded() const { return loadProblems().empty(); }
 
 std::vector<std::string> JournalStore::loadProblems() const {
     std::vector<std::string> problems;
-    for (const GuardedFile* file : {static_cast<const GuardedFile*>(&entriesFile_),
-                                    static_cast<const GuardedFile*>(&notebooksFile_),
-                                    static_cast<const GuardedFile*>(&trashFile_),
-                                    static_cast<const GuardedFile*>(&examsFile_)}) {
+    for (const GuardedFile* file :
+         {static_cast<const GuardedFile*>(&entriesFile_), static_cast<const GuardedFile*>(&notebooksFile_),
+          static_cast<const GuardedFile*>(&trashFile_), static_cast<const GuardedFile*>(&examsFile_)}) {
         if (!file->loadProblem().empty()) problems.push_back(file->loadProblem());
     }
     return problems;
@@ -166,10 +165,9 @@ std::expected<void, Refusal> JournalStore::flushAndWait() {
     flush();
     queue_.drain();
     std::vector<std::string> errors;
-    for (const GuardedFile* file : {static_cast<const GuardedFile*>(&entriesFile_),
-                                    static_cast<const GuardedFile*>(&notebooksFile_),
-                                    static_cast<const GuardedFile*>(&trashFile_),
-                                    static_cast<const GuardedFile*>(&examsFile_)}) {
+    for (const GuardedFile* file :
+         {static_cast<const GuardedFile*>(&entriesFile_), static_cast<const GuardedFile*>(&notebooksFile_),
+          static_cast<const GuardedFile*>(&trashFile_), static_cast<const GuardedFile*>(&examsFile_)}) {
         const std::string error = file->lastSaveError();
         if (!error.empty()) errors.push_back(file->name() + " could not be saved: " + error);
     }

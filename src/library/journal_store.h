@@ -128,7 +128,7 @@ public:
     // ---- listing ----
 
     [[nodiscard]] EntrySortMode sortMode() const;  ///< `created` unless set
-    [[nodiscard]] SortOrder sortOrder() const;     ///< `newest` unless set
+    [[nodiscard]] SortOrder sortOrder() const;  ///< `newest` unless set
     [[nodiscard]] std::vector<PageId> pinnedPages() const;
     std::expected<void, Refusal> setPinned(PageId page, bool pinned);
     [[nodiscard]] std::map<std::string, std::string> tagColors() const;  ///< colour hex by tag

@@ -18,7 +18,8 @@ enum class LoadOutcome {
     missing,     ///< no file yet: an empty store
     loaded,
     undecodable, ///< the content is preserved in a "-corrupt-" copy; the store starts empty
-    unreadable,  ///< the file is there but cannot be opened or preserved; the store starts empty and never saves over it
+    unreadable,  ///< the file is there but cannot be opened or preserved; the store starts empty and never saves over
+                 ///< it
 };
 
 /// One JSON file of a store: tolerant load with a preserved copy of what cannot be decoded, and atomic writes on the

@@ -47,7 +47,7 @@ private:
 
 struct CodeSpan {
     std::size_t begin;
-    std::size_t end;    ///< behind the closing backticks
+    std::size_t end;  ///< behind the closing backticks
     std::size_t ticks;  ///< on either side
 };
 

@@ -24,8 +24,8 @@ std::string foldedText(std::string_view text, const TextServices& services) {
     constexpr std::string_view kBlanks = " \n";
     std::string folded;
     while (!text.empty()) {
-        const auto other = static_cast<std::size_t>(std::ranges::find_if_not(text, [](char c) { return isAscii(c); }) -
-                                                    text.begin());
+        const auto other =
+            static_cast<std::size_t>(std::ranges::find_if_not(text, [](char c) { return isAscii(c); }) - text.begin());
         if (other == text.size()) return folded += asciiLowered(text);
         const std::size_t wordStart = text.find_last_of(kBlanks, other) + 1;  // 0 when there is none
         const std::size_t wordEnd = std::min(text.find_first_of(kBlanks, other), text.size());

@@ -32,7 +32,9 @@ public:
     void liveWritten(Ticket ticket) { arrived(toLive_, ticket); }
 
     /// Adds the pages that the file must still keep.
-    void complete(Snapshot<JournalEntry>& live) const { append(live, toTrash_, [](const auto& p) { return p.id; }); }
+    void complete(Snapshot<JournalEntry>& live) const {
+        append(live, toTrash_, [](const auto& p) { return p.id; });
+    }
     void complete(Snapshot<TrashedEntry>& trash) const {
         append(trash, toLive_, [](const auto& p) { return p.entry.id; });
     }

@@ -19,16 +19,16 @@ bool isAsciiDigit(char c) { return c >= '0' && c <= '9'; }
 bool isAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
 constexpr auto kNamedEntities = std::to_array<std::pair<std::string_view, char32_t>>({
-    {"amp", U'&'},       {"lt", U'<'},        {"gt", U'>'},        {"quot", U'"'},      {"apos", U'\''},
-    {"nbsp", U'\u00A0'}, {"ndash", U'\u2013'}, {"mdash", U'\u2014'}, {"hellip", U'\u2026'}, {"lsquo", U'\u2018'},
-    {"rsquo", U'\u2019'}, {"ldquo", U'\u201C'}, {"rdquo", U'\u201D'}, {"bdquo", U'\u201E'}, {"laquo", U'\u00AB'},
-    {"raquo", U'\u00BB'}, {"auml", U'\u00E4'}, {"ouml", U'\u00F6'}, {"uuml", U'\u00FC'}, {"Auml", U'\u00C4'},
-    {"Ouml", U'\u00D6'}, {"Uuml", U'\u00DC'}, {"szlig", U'\u00DF'}, {"eacute", U'\u00E9'}, {"egrave", U'\u00E8'},
-    {"agrave", U'\u00E0'}, {"ccedil", U'\u00E7'}, {"ntilde", U'\u00F1'}, {"deg", U'\u00B0'}, {"middot", U'\u00B7'},
-    {"times", U'\u00D7'}, {"divide", U'\u00F7'}, {"plusmn", U'\u00B1'}, {"micro", U'\u00B5'}, {"euro", U'\u20AC'},
-    {"pound", U'\u00A3'}, {"copy", U'\u00A9'}, {"reg", U'\u00AE'}, {"trade", U'\u2122'}, {"sect", U'\u00A7'},
-    {"bull", U'\u2022'}, {"rarr", U'\u2192'}, {"larr", U'\u2190'}, {"rArr", U'\u21D2'}, {"hArr", U'\u21D4'},
-    {"le", U'\u2264'},   {"ge", U'\u2265'},   {"ne", U'\u2260'},   {"asymp", U'\u2248'}, {"infin", U'\u221E'},
+    {"amp", U'&'},         {"lt", U'<'},          {"gt", U'>'},          {"quot", U'"'},        {"apos", U'\''},
+    {"nbsp", U'\u00A0'},   {"ndash", U'\u2013'},  {"mdash", U'\u2014'},  {"hellip", U'\u2026'}, {"lsquo", U'\u2018'},
+    {"rsquo", U'\u2019'},  {"ldquo", U'\u201C'},  {"rdquo", U'\u201D'},  {"bdquo", U'\u201E'},  {"laquo", U'\u00AB'},
+    {"raquo", U'\u00BB'},  {"auml", U'\u00E4'},   {"ouml", U'\u00F6'},   {"uuml", U'\u00FC'},   {"Auml", U'\u00C4'},
+    {"Ouml", U'\u00D6'},   {"Uuml", U'\u00DC'},   {"szlig", U'\u00DF'},  {"eacute", U'\u00E9'}, {"egrave", U'\u00E8'},
+    {"agrave", U'\u00E0'}, {"ccedil", U'\u00E7'}, {"ntilde", U'\u00F1'}, {"deg", U'\u00B0'},    {"middot", U'\u00B7'},
+    {"times", U'\u00D7'},  {"divide", U'\u00F7'}, {"plusmn", U'\u00B1'}, {"micro", U'\u00B5'},  {"euro", U'\u20AC'},
+    {"pound", U'\u00A3'},  {"copy", U'\u00A9'},   {"reg", U'\u00AE'},    {"trade", U'\u2122'},  {"sect", U'\u00A7'},
+    {"bull", U'\u2022'},   {"rarr", U'\u2192'},   {"larr", U'\u2190'},   {"rArr", U'\u21D2'},   {"hArr", U'\u21D4'},
+    {"le", U'\u2264'},     {"ge", U'\u2265'},     {"ne", U'\u2260'},     {"asymp", U'\u2248'},  {"infin", U'\u221E'},
 });
 
 std::optional<char32_t> numericEntity(std::string_view digits) {

@@ -79,8 +79,7 @@ std::optional<FlashcardStore::Rated> FlashcardStore::rate(CardId id, Rating rati
         undoable.introducedOn = today(now);
         ++introduced_[*undoable.introducedOn];
     }
-    if (isLeech(card) && !card.suspended &&
-        services_.settings.boolean("flashcards.suspendLeeches").value_or(true)) {
+    if (isLeech(card) && !card.suspended && services_.settings.boolean("flashcards.suspendLeeches").value_or(true)) {
         card.suspended = undoable.suspendedAsLeech = true;
     }
 
@@ -232,7 +231,8 @@ bool FlashcardStore::isLeech(const Flashcard& card) const {
 }
 
 std::int64_t FlashcardStore::newCardsLeft(Date now) const {
-    const std::int64_t limit = services_.settings.integer("flashcards.newPerDay").value_or(20);
+    const std::int64_t limit =
+        std::max<std::int64_t>(0, services_.settings.integer("flashcards.newPerDay").value_or(20));
     return std::max<std::int64_t>(0, limit - introducedOn(today(now)));
 }
 
@@ -244,7 +244,8 @@ std::int64_t FlashcardStore::reviewsLeft(Date now) const {
     }
     // The cards introduced today were rated today too, but not reviewed.
     const std::int64_t reviewed = std::max<std::int64_t>(0, ratedToday - introducedOn(today(now)));
-    const std::int64_t limit = services_.settings.integer("flashcards.maxReviews").value_or(200);
+    const std::int64_t limit =
+        std::max<std::int64_t>(0, services_.settings.integer("flashcards.maxReviews").value_or(200));
     return std::max<std::int64_t>(0, limit - reviewed);
 }
 

@@ -22,9 +22,7 @@ bool isAsciiDigit(char c) { return c >= '0' && c <= '9'; }
 bool isLowercase(char c) { return c >= 'a' && c <= 'z'; }
 bool isUppercase(char c) { return c >= 'A' && c <= 'Z'; }
 
-std::size_t runLength(std::string_view text, char c) {
-    return std::min(text.size(), text.find_first_not_of(c));
-}
+std::size_t runLength(std::string_view text, char c) { return std::min(text.size(), text.find_first_not_of(c)); }
 
 // ---- Markers ----
 

@@ -10,9 +10,7 @@ ReviewLog::ReviewLog(std::filesystem::path folder, StoreServices services, Seria
 void ReviewLog::append(const ReviewLogEntry& entry) {
     const std::string month = monthKey(services_.calendar.civilTime(entry.at).day);
     queue_.post([entry, folder = folder_, month, &files = services_.files, &console = services_.console] {
-        const auto complain = [&](const std::string& why) {
-            console.print("Notara: review log save failed — " + why);
-        };
+        const auto complain = [&](const std::string& why) { console.print("Notara: review log save failed — " + why); };
         const std::expected<std::string, std::string> line = encodeJson(entry);
         if (!line) return complain(line.error());
         if (const FileResult<void> created = files.createFolders(folder); !created) {

@@ -59,7 +59,7 @@ public:
         std::int64_t cards = 0;  ///< different cards rated
         std::int64_t ratings = 0;
         std::int64_t remembered = 0;  ///< ratings other than Again
-        double seconds = 0;           ///< of the learner, over all ratings
+        double seconds = 0;  ///< of the learner, over all ratings
         std::optional<Date> nextDue;  ///< of the scope; absent when nothing is left to fall due
     };
     /// Ratings that were taken back do not count.

@@ -13,9 +13,9 @@ namespace {
 
 using Phase = CardMemory::Phase;
 
-constexpr std::array<double, 19> kWeights = {0.40255, 1.18385, 3.173,   15.69105, 7.1949,  0.5345, 1.4604,
-                                             0.0046,  1.54575, 0.1192,  1.01925,  1.9395,  0.11,   0.29605,
-                                             2.2698,  0.2315,  2.9898,  0.51655,  0.6621};
+constexpr std::array<double, 19> kWeights = {0.40255, 1.18385, 3.173,  15.69105, 7.1949, 0.5345, 1.4604,
+                                             0.0046,  1.54575, 0.1192, 1.01925,  1.9395, 0.11,   0.29605,
+                                             2.2698,  0.2315,  2.9898, 0.51655,  0.6621};
 constexpr double kFactor = 19.0 / 81.0;
 constexpr double kLeastStability = 0.01;  // days
 constexpr double kLeastEasyDays = 4;
@@ -53,8 +53,7 @@ double stabilityAfterRecall(const CardMemory& memory, Rating rating, double reca
 /// After a lapse. On purpose nothing but the old stability bounds it.
 double stabilityAfterLapse(const CardMemory& memory, double recall) {
     const double forgotten = kWeights[11] * std::pow(memory.difficulty, -kWeights[12]) *
-                             (std::pow(memory.stability + 1, kWeights[13]) - 1) *
-                             std::exp(kWeights[14] * (1 - recall));
+                             (std::pow(memory.stability + 1, kWeights[13]) - 1) * std::exp(kWeights[14] * (1 - recall));
     return std::max(std::min(forgotten, memory.stability), kLeastStability);
 }
 
@@ -62,7 +61,7 @@ double stabilityAfterLapse(const CardMemory& memory, double recall) {
 double stabilityOnSameDay(double stability, Rating rating) {
     const double scaled = stability * std::exp(kWeights[17] * (number(rating) - 3 + kWeights[18]));
     const bool success = rating == Rating::good || rating == Rating::easy;
-    const double bounded = success ? std::max(scaled, stability)
+    const double bounded = success                   ? std::max(scaled, stability)
                            : rating == Rating::again ? std::min(scaled, stability)
                                                      : scaled;
     return std::max(bounded, kLeastStability);

@@ -114,17 +114,20 @@ protected:
     void putBrokenLibrary() {
         JournalEntry twin = entry(1);
         twin.title = "Another page 1";
-        putRecords<JournalEntry>(folders.entries(),
-                                 {entry(1, {}, notebookId(1)), entry(1, {}, notebookId(1)), twin,
-                                  entry(2, pageId(99)), entry(3, pageId(20)), entry(4, pageId(5)), entry(5, pageId(6)),
-                                  entry(6, pageId(4)), entry(7, pageId(7)), entry(8, {}, notebookId(77)),
-                                  entry(9, pageId(1)), entry(10, pageId(9), notebookId(2)), entry(11)});
+        putRecords<JournalEntry>(
+            folders.entries(),
+            {entry(1, {}, notebookId(1)), entry(1, {}, notebookId(1)), twin, entry(2, pageId(99)), entry(3, pageId(20)),
+             entry(4, pageId(5)), entry(5, pageId(6)), entry(6, pageId(4)), entry(7, pageId(7)),
+             entry(8, {}, notebookId(77)), entry(9, pageId(1)), entry(10, pageId(9), notebookId(2)), entry(11)});
         JournalEntry differs = entry(8);
         differs.body = "as it was";
-        putRecords<TrashedEntry>(folders.trash(), {{entry(11), Date{50}}, {differs, Date{60}}, {entry(20), Date{70}},
-                                                   {entry(20), Date{70}}, {entry(20), Date{80}}});
-        putRecords<Notebook>(folders.notebooks(), {notebook(1, "Physics"), notebook(2, "Art"), notebook(2, "Art"),
-                                                   notebook(2, "Music")});
+        putRecords<TrashedEntry>(folders.trash(), {{entry(11), Date{50}},
+                                                   {differs, Date{60}},
+                                                   {entry(20), Date{70}},
+                                                   {entry(20), Date{70}},
+                                                   {entry(20), Date{80}}});
+        putRecords<Notebook>(folders.notebooks(),
+                             {notebook(1, "Physics"), notebook(2, "Art"), notebook(2, "Art"), notebook(2, "Music")});
         putCards({card(1, pageId(1)), card(2, pageId(20)), card(3, pageId(55)), card(4, pageId(55)),
                   card(1, pageId(1), "Other"), card(2, pageId(20))});
         putRecords<Exam>(folders.exams(), {exam(notebookId(1))});
@@ -186,9 +189,9 @@ TEST_F(LibraryCheckTest, MediaAreComparedWithTheirFolders) {
               "images/spare.png| images/spare.png is not used by anything in the library.\n");
     const std::string owner = "The page “Page 1” (01000000-0000-0000-0000-000000000000) uses the ";
     EXPECT_EQ(textsOf(Kind::missingMedia),
-              "entries.json| " + owner + "image “gone.png”, which is not in the folder images.\n" +
-                  "entries.json| " + owner + "PDF “gone.pdf”, which is not in the folder pdfs.\n" +
-                  "entries.json| " + owner + "recording “gone.m4a”, which is not in the folder audio.\n" +
+              "entries.json| " + owner + "image “gone.png”, which is not in the folder images.\n" + "entries.json| " +
+                  owner + "PDF “gone.pdf”, which is not in the folder pdfs.\n" + "entries.json| " + owner +
+                  "recording “gone.m4a”, which is not in the folder audio.\n" +
                   "notebooks.json| The notebook “Physics” (01000000-0000-0000-0000-000000000000) uses the cover "
                   "“here.png”, which is not in the folder covers.\n");
     const auto before = everything(folders.base);
@@ -312,8 +315,8 @@ TEST_F(LibraryCheckTest, AFailingRepairLeavesEachFileOldOrMended) {
 }
 
 TEST_F(LibraryCheckTest, FindingsHaveAJsonForm) {
-    const LibraryFinding finding{.kind = Kind::unusedMedia, .severity = Severity::note, .file = "images/a.png",
-                                 .text = "x"};
+    const LibraryFinding finding{
+        .kind = Kind::unusedMedia, .severity = Severity::note, .file = "images/a.png", .text = "x"};
     EXPECT_EQ(*encodeJson(finding),
               R"({"kind":"unusedMedia","severity":"note","file":"images/a.png","text":"x","repairable":false})");
 }

@@ -63,7 +63,10 @@ TEST(JsonRecord, MalformedTextIsRefused) {
         R"(,"imageStickers":{"a":{"x":1,"y":1,"width":1,"aboveText":true},"a":null})",
         ",\"x\":\"\xFF\"",                   // malformed UTF-8
         R"(,"latitude":1e999)",              // out of range
-        R"(,"x":01)", R"(,"x":nul)", R"(}}{"a":1)", R"(,)",
+        R"(,"x":01)",
+        R"(,"x":nul)",
+        R"(}}{"a":1)",
+        R"(,)",
         ",\"x\":" + std::string(5000, '[') + std::string(5000, ']'),
     };
     for (const std::string& rest : rests) EXPECT_FALSE(readPage(rest)) << rest.substr(0, 60);
@@ -73,8 +76,7 @@ TEST(JsonRecord, LenienciesOfReading) {
     EXPECT_TRUE(decodeJson<JournalEntry>("\xEF\xBB\xBF" + std::string(kMinimalPage) + "} \n", kContext));
     EXPECT_TRUE(decodeJson<JournalEntry>(
         R"({"b\u006fdy":"B","date":1,"title":"T","id":"0F0E0D0C-0B0A-0908-0706-050403020100"})", kContext));
-    const std::string plan =
-        R"(,"studyPlan":{"mode":"fixed","intervalDays":3.0,"nextDue":1,"timesStudied":2e0})";
+    const std::string plan = R"(,"studyPlan":{"mode":"fixed","intervalDays":3.0,"nextDue":1,"timesStudied":2e0})";
     EXPECT_EQ(readPage(plan)->studyPlan->intervalDays, 3);
     EXPECT_FALSE(readPage(R"(,"studyPlan":{"mode":"fixed","intervalDays":3.5,"nextDue":1,"timesStudied":2})"));
     EXPECT_EQ(readPage(R"(,"titleStyle":{"size":400})")->titleStyle->size, 160);
@@ -105,8 +107,9 @@ TEST(JsonRecord, NotebookToleratesNewerStylesAndDefaultsToTheLoad) {
 TEST(JsonRecord, WritesInDeclaredOrderAndExportsSorted) {
     JournalEntry page = *readPage(R"(,"tags":["b"],"updatedAt":0)");
     const std::string compact = *encodeJson(page);
-    EXPECT_TRUE(compact.starts_with(R"({"id":"0F0E0D0C-0B0A-0908-0706-050403020100","title":"T","body":"B","date":12.5,)"
-                                    R"("tags":["b"],"isFavorite":false,"type":"Note","fontDesign":"default",)"));
+    EXPECT_TRUE(
+        compact.starts_with(R"({"id":"0F0E0D0C-0B0A-0908-0706-050403020100","title":"T","body":"B","date":12.5,)"
+                            R"("tags":["b"],"isFavorite":false,"type":"Note","fontDesign":"default",)"));
     EXPECT_EQ(compact.find("bodyRTF"), std::string::npos);
     EXPECT_LT(compact.find("audioClips"), compact.find("imageStickers"));
     EXPECT_EQ(*decodeJson<JournalEntry>(compact, kContext), page);
@@ -134,7 +137,7 @@ TEST(JsonWriter, DoublesReadBackToTheLastBit) {
     EXPECT_EQ(*encodeJson(100000.0), "100000");
     EXPECT_FALSE(encodeJson(std::numeric_limits<double>::quiet_NaN()));
     EXPECT_FALSE(encodeJson(std::numeric_limits<double>::infinity()));
-    EXPECT_FALSE(encodeJson(Date{1e300}, kExportFormat));
+    EXPECT_EQ(encodeJson(Date{1e300}, kExportFormat).value_or("refused"), "1e+300") << "ISO 8601 has no room for it";
 }
 
 TEST(JsonWriter, StringsSurviveAndMalformedUtf8IsReplaced) {

@@ -45,10 +45,11 @@ protected:
         std::ostringstream out;
         std::ostringstream err;
         Result result;
-        result.code = runProgram(arguments, {.input = descriptor, .out = out, .err = err}, [this](std::string_view name) {
-            const auto found = environment.find(std::string(name));
-            return found == environment.end() ? std::nullopt : std::optional(found->second);
-        });
+        result.code =
+            runProgram(arguments, {.input = descriptor, .out = out, .err = err}, [this](std::string_view name) {
+                const auto found = environment.find(std::string(name));
+                return found == environment.end() ? std::nullopt : std::optional(found->second);
+            });
         close(descriptor);
         result.out = out.str();
         result.err = err.str();

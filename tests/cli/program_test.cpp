@@ -32,9 +32,10 @@ TEST_F(ProgramTest, WrongUsageAndFailuresAreToldApart) {
         {{"cards", "rate", page, "great"}, 2, "great"},
         {{"cards", "add", page, "--kind", "cloze", "--front", "no blank", "--back", "x"}, 1, "blank"},
         {{"cards", "add", page, "--front", "Q"}, 1, "--back"},
-        {{"cards", "add", page, "--kind", "multipleChoice", "--front", "Q", "--option", "a", "--option", "b", "--correct",
-          "2"},
-         1, "right option"},
+        {{"cards", "add", page, "--kind", "multipleChoice", "--front", "Q", "--option", "a", "--option", "b",
+          "--correct", "2"},
+         1,
+         "right option"},
         {{"cards", "import", page, "/nowhere.txt"}, 1, "Couldn't read that file."},
         {{"trash", "empty"}, 2, "This permanently deletes everything in the Trash. This cannot be undone."},
         {{"settings", "get", "flashcards.newPerDya"}, 1, "Did you mean \"flashcards.newPerDay\"?"},
@@ -83,7 +84,8 @@ TEST_F(ProgramTest, TheDesktopsPlacesAreUsedWithoutAHome) {
 }
 
 TEST_F(ProgramTest, TextsArriveAsTheyWereTyped) {
-    for (const std::string text : {"[a, b]", "[x]", "-5", "--json", "", " spaced ", "a,b", "\"q\" \\n", "Prüfung 🎓", "{{x}}"}) {
+    for (const std::string text :
+         {"[a, b]", "[x]", "-5", "--json", "", " spaced ", "a,b", "\"q\" \\n", "Prüfung 🎓", "{{x}}"}) {
         const auto page = json<JournalEntry>({"pages", "add", "--title=" + text, "--body", "x" + text});
         EXPECT_EQ(page.title, text);
         EXPECT_EQ(page.body, "x" + text);
@@ -113,13 +115,14 @@ TEST_F(ProgramTest, AnyUnambiguousPrefixNamesARecord) {
 TEST_F(ProgramTest, PagesAreMovedEditedAndBroughtBack) {
     const std::string notebook = json<Notebook>({"notebooks", "add", "Biology"}).id.toString();
     const std::string parent =
-        json<JournalEntry>({"pages", "add", "--title", "Cells", "--notebook", notebook, "--tags", "a, b,,a"}).id.toString();
+        json<JournalEntry>({"pages", "add", "--title", "Cells", "--notebook", notebook, "--tags", "a, b,,a"})
+            .id.toString();
     const auto child = json<JournalEntry>({"pages", "add", "--title", "Nucleus", "--parent", parent});
     EXPECT_EQ(child.notebookID->toString(), notebook);
     EXPECT_EQ(json<JournalEntry>({"pages", "show", parent}).tags, (std::vector<std::string>{"a", "b"}));
 
-    const auto edited = json<JournalEntry>({"pages", "edit", child.id.toString(), "--title", "The nucleus", "--favorite",
-                                            "yes", "--archive", "yes", "--parent", "none"});
+    const auto edited = json<JournalEntry>({"pages", "edit", child.id.toString(), "--title", "The nucleus",
+                                            "--favorite", "yes", "--archive", "yes", "--parent", "none"});
     EXPECT_EQ(edited.title, "The nucleus");
     EXPECT_FALSE(edited.parentID);
     EXPECT_TRUE(edited.updatedAt);
@@ -141,7 +144,8 @@ TEST_F(ProgramTest, PagesAreMovedEditedAndBroughtBack) {
 }
 
 TEST_F(ProgramTest, NewPlainTextReplacesTheRichText) {
-    write("Notara/entries.json", R"([{"id":"AB000000-0000-4000-8000-000000000001","title":"One","body":"old","bodyRTF":"e30=","date":0}])");
+    write("Notara/entries.json",
+          R"([{"id":"AB000000-0000-4000-8000-000000000001","title":"One","body":"old","bodyRTF":"e30=","date":0}])");
     EXPECT_TRUE(json<JournalEntry>({"pages", "edit", "AB", "--title", "T"}).bodyRTF);
     write("new.md", "\xEF\xBB\xBFnew");
     const auto page = json<JournalEntry>({"pages", "edit", "AB", "--body-file", (home / "new.md").string()});
@@ -151,8 +155,7 @@ TEST_F(ProgramTest, NewPlainTextReplacesTheRichText) {
 
 TEST_F(ProgramTest, ARatingIsKeptAndLimitsHold) {
     const std::string page = addPage("P");
-    const std::string card =
-        json<Flashcard>({"cards", "add", page, "--front", "Q", "--back", "A"}).id.toString();
+    const std::string card = json<Flashcard>({"cards", "add", page, "--front", "Q", "--back", "A"}).id.toString();
     const Result preview = run({"cards", "preview", card, "--json"});
     EXPECT_TRUE(preview.out.starts_with("{\"again\":{\"label\":\"1m\",\"due\":")) << preview.out;
     const Result rated = run({"--json", "cards", "rate", card, "good"});
@@ -181,8 +184,10 @@ TEST_F(ProgramTest, ARatingIsKeptAndLimitsHold) {
 TEST_F(ProgramTest, DecksAndExportsComeBackEqual) {
     const std::string page = addPage("P", "Capital of France :: Paris\n\nA {{cell}} lives.\n");
     ASSERT_EQ(run({"cards", "from-notes", page}).code, 0);
-    ASSERT_EQ(run({"cards", "add", page, "--kind", "multipleChoice", "--front", "Q", "--option", "a\tb", "--option", "c",
-                   "--correct", "0"}).code, 0);
+    ASSERT_EQ(run({"cards", "add", page, "--kind", "multipleChoice", "--front", "Q", "--option", "a\tb", "--option",
+                   "c", "--correct", "0"})
+                  .code,
+              0);
     const std::string file = (home / "deck.txt").string();
     ASSERT_EQ(run({"cards", "export", page, file}).code, 0);
     const std::string other = addPage("Other");
@@ -209,7 +214,8 @@ TEST_F(ProgramTest, CardsFromNotesKeepTheirMemory) {
     ASSERT_EQ(run({"cards", "from-notes", "--all"}).code, 0);
     const auto card = json<Cards>({"cards", "list"}).at(0);
     ASSERT_EQ(run({"cards", "rate", card.id.toString(), "easy"}).code, 0);
-    ASSERT_EQ(run({"pages", "edit", page, "--body", "Capital of France :: Paris\nCapital of Spain :: Madrid\n"}).code, 0);
+    ASSERT_EQ(run({"pages", "edit", page, "--body", "Capital of France :: Paris\nCapital of Spain :: Madrid\n"}).code,
+              0);
     EXPECT_EQ(run({"cards", "from-notes", page, "--json"}).out, "{\"added\":1,\"updated\":1,\"unchanged\":0}\n");
     EXPECT_EQ(run({"cards", "from-notes", page, "--json"}).out, "{\"added\":0,\"updated\":0,\"unchanged\":2}\n");
     const auto cards = json<Cards>({"cards", "list"});
@@ -220,7 +226,8 @@ TEST_F(ProgramTest, CardsFromNotesKeepTheirMemory) {
 
 TEST_F(ProgramTest, SettingsKeepTheirTypeAndGoBack) {
     EXPECT_EQ(run({"settings", "set", "flashcards.newPerDay", "5"}).out, "5\n");
-    EXPECT_NE(run({"settings", "get", "flashcards.newPerDay", "--json"}).out.find("\"value\":5,\"default\":20,\"isSet\":true"),
+    EXPECT_NE(run({"settings", "get", "flashcards.newPerDay", "--json"})
+                  .out.find("\"value\":5,\"default\":20,\"isSet\":true"),
               std::string::npos);
     EXPECT_EQ(run({"settings", "set", "flashcards.shuffle", "no"}).out, "off\n");
     EXPECT_EQ(run({"settings", "unset", "flashcards.newPerDay"}).out, "20\n");
@@ -230,7 +237,9 @@ TEST_F(ProgramTest, SettingsKeepTheirTypeAndGoBack) {
 
 TEST_F(ProgramTest, ALibraryInUseIsReadButNeverWritten) {
     const std::string page = addPage("P");
-    write("Notara/trash.json", R"([{"entry":{"id":"AB000000-0000-4000-8000-000000000001","title":"Old","body":"","date":0},"deletedAt":0}])");
+    write(
+        "Notara/trash.json",
+        R"([{"entry":{"id":"AB000000-0000-4000-8000-000000000001","title":"Old","body":"","date":0},"deletedAt":0}])");
     PosixFileSystem files;
     const auto lock = files.lock(home / "Notara");
     ASSERT_TRUE(lock);
@@ -259,7 +268,8 @@ TEST_F(ProgramTest, AnUnreadableFileIsToldAndPreserved) {
     EXPECT_EQ(added.code, 0);
     EXPECT_NE(added.err.find("could not be decoded — copy preserved at "), std::string::npos) << added.err;
     const auto files = libraryFiles();
-    const auto copy = std::ranges::find_if(files, [](const auto& f) { return f.first.find("entries-corrupt-") != std::string::npos; });
+    const auto copy = std::ranges::find_if(
+        files, [](const auto& f) { return f.first.find("entries-corrupt-") != std::string::npos; });
     ASSERT_NE(copy, files.end());
     EXPECT_EQ(copy->second, "[{\"id\":");
     EXPECT_TRUE(std::filesystem::exists(home / "Notara/audio/voice.m4a"));
@@ -276,7 +286,8 @@ TEST_F(ProgramTest, NothingIsCalledDoneThatWasNotSaved) {
 
 TEST_F(ProgramTest, TheContainerOfSandboxedDaysIsTakenOverOnce) {
     const std::string container = "Library/Containers/com.vorlek.Notara/Data/Library/Application Support/Notara/";
-    write(container + "entries.json", R"([{"id":"AB000000-0000-4000-8000-000000000001","title":"Old","body":"","date":0}])");
+    write(container + "entries.json",
+          R"([{"id":"AB000000-0000-4000-8000-000000000001","title":"Old","body":"","date":0}])");
     environment["APP_SANDBOX_CONTAINER_ID"] = "com.vorlek.Notara";
     EXPECT_TRUE(json<Pages>({"pages", "list"}).empty()) << "still sandboxed";
     environment.clear();
@@ -287,7 +298,8 @@ TEST_F(ProgramTest, TheContainerOfSandboxedDaysIsTakenOverOnce) {
 
 TEST_F(ProgramTest, NotesCannotSteerTheTerminal) {
     const std::string page = addPage("a\x1b[2Jb\nc", "x\x1b]0;evil\x07y");
-    for (const std::vector<std::string>& command : {std::vector<std::string>{"pages", "list"}, {"pages", "show", page}}) {
+    for (const std::vector<std::string>& command :
+         {std::vector<std::string>{"pages", "list"}, {"pages", "show", page}}) {
         const std::string out = run(command).out;
         EXPECT_EQ(out.find('\x1b'), std::string::npos) << out;
         EXPECT_EQ(out.find('\x07'), std::string::npos) << out;

@@ -6,8 +6,8 @@
 #include <array>
 
 #include "program_fixture.h"
-#include "study/review_log.h"
 #include "study/flashcard_store.h"
+#include "study/review_log.h"
 
 namespace tessary {
 namespace {
@@ -50,7 +50,8 @@ TEST_F(ReviewTest, FromNotesToAFinishedReview) {
     const Result second = run({"review"}, " 4 4");
     EXPECT_NE(second.out.find("2 cards in"), std::string::npos) << second.out;
     EXPECT_NE(second.out.find("100% right"), std::string::npos) << second.out;
-    for (const Flashcard& card : json<Cards>({"cards", "list"})) EXPECT_EQ(card.memory.phase, CardMemory::Phase::review);
+    for (const Flashcard& card : json<Cards>({"cards", "list"}))
+        EXPECT_EQ(card.memory.phase, CardMemory::Phase::review);
     EXPECT_NE(run({"review"}, "").out.find("Nothing is due now."), std::string::npos);
     EXPECT_EQ(ratingsLogged(), 3);
 }

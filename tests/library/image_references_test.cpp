@@ -49,8 +49,9 @@ TEST(ImageReferencesTest, CodeEndsWhereItsBlockDoes) {
 }
 
 TEST(ImageReferencesTest, NewTargetsReadAsWritten) {
-    const std::string text = "![a](old.png \"t\") ![b](<o ld.png>) ![[old.png|30]] <img src='old.png' alt=x> ![c][r] "
-                             "![](keep.png)\n\n[r]: old.png 'z'\n";
+    const std::string text =
+        "![a](old.png \"t\") ![b](<o ld.png>) ![[old.png|30]] <img src='old.png' alt=x> ![c][r] "
+        "![](keep.png)\n\n[r]: old.png 'z'\n";
     for (const std::string name : {"new.png", "a (1) b.png", "50%25 <\"&'>.png"}) {
         const std::vector<ImageReference> images = imageReferences(text);
         ASSERT_EQ(images.size(), 6U);
@@ -68,8 +69,8 @@ TEST(ImageReferencesTest, NewTargetsReadAsWritten) {
 TEST(ImageReferencesTest, HostileTextsAreReadInReasonableTime) {
     constexpr std::size_t kBytes = 1'000'000;
     for (const std::string_view piece :
-         {"![", "[", "`", "![[", "![[a]] ", "![](", "![](<", "![](a \"", "![][", "<img ", "<img a='", "<", "![a](b) ",
-          "[[a|", "\\", "~~~\n", "> ", "- ", "`` ` ", "[a]: b\n", "![a]", "\n"}) {
+         {"![", "[",        "`",    "![[", "![[a]] ", "![](", "![](<", "![](a \"", "![][",     "<img ", "<img a='",
+          "<",  "![a](b) ", "[[a|", "\\",  "~~~\n",   "> ",   "- ",    "`` ` ",    "[a]: b\n", "![a]",  "\n"}) {
         std::string text = "# x";
         while (text.size() < kBytes) text += piece;
         for (std::size_t i = 0; i < kBytes / 8; ++i) text += "])";

@@ -57,8 +57,9 @@ TEST(MarkdownNoteTest, TitlesArePlainText) {
 }
 
 TEST(MarkdownNoteTest, FrontMatterFillsThePage) {
-    const MarkdownNote note = noteOf("---\ntitle: \"The Cell\"\ntags: ['#bio', cells, bio]\nkeywords: exam, cells ,\n"
-                                     "date: 2024-05-01\nmodified: 2024-05-02T10:00:00+00:00\n---\n\n# Heading\nText\n");
+    const MarkdownNote note = noteOf(
+        "---\ntitle: \"The Cell\"\ntags: ['#bio', cells, bio]\nkeywords: exam, cells ,\n"
+        "date: 2024-05-01\nmodified: 2024-05-02T10:00:00+00:00\n---\n\n# Heading\nText\n");
     EXPECT_EQ(note.title, "The Cell");
     EXPECT_EQ(note.body, "# Heading\nText");
     EXPECT_EQ(note.tags, (Texts{"bio", "cells", "exam"}));
@@ -84,14 +85,10 @@ TEST(MarkdownNoteTest, DatesWithoutAZoneAreLocal) {
 
 TEST(MarkdownNoteTest, NoFrontMatterOfTheUserIsLost) {
     const std::string_view heads[] = {
-        "---\ntitle: A\naliases: [x]\n---",
-        "---\ntitle: A\n# remember\n---",
-        "---\ntitle: A\nextra:\n  deep: x\n---",
-        "---\ntitle: A\ndate: 2024-01-01\ncreated: 2023-01-01\n---",
-        "---\ntitle: A\ndate: someday\n---",
-        "---\n  title: A\n  extra:\n    deep: x\n---",
-        "---\n{title: A, extra: x}\n---",
-        "---\ntitle: [A\n---",
+        "---\ntitle: A\naliases: [x]\n---",      "---\ntitle: A\n# remember\n---",
+        "---\ntitle: A\nextra:\n  deep: x\n---", "---\ntitle: A\ndate: 2024-01-01\ncreated: 2023-01-01\n---",
+        "---\ntitle: A\ndate: someday\n---",     "---\n  title: A\n  extra:\n    deep: x\n---",
+        "---\n{title: A, extra: x}\n---",        "---\ntitle: [A\n---",
         "---\nJust a line of text\n---",
     };
     for (const std::string_view head : heads) {

@@ -55,10 +55,9 @@ protected:
 };
 
 TEST_F(NoteImportTest, FoldersBecomeANotebookAndPages) {
-    for (const char* const path :
-         {"Intro.md", "Cells/Cells.markdown", "Cells/Nucleus.md", "Cells/Parts/Membrane.TXT", "Energy.md",
-          "Energy/ATP.md", "Genes/DNA.md", "Genes/index.md", "Life/README.md", "Empty/Deep/photo.png", "list.pdf",
-          ".hidden.md", ".git/x.md"}) {
+    for (const char* const path : {"Intro.md", "Cells/Cells.markdown", "Cells/Nucleus.md", "Cells/Parts/Membrane.TXT",
+                                   "Energy.md", "Energy/ATP.md", "Genes/DNA.md", "Genes/index.md", "Life/README.md",
+                                   "Empty/Deep/photo.png", "list.pdf", ".hidden.md", ".git/x.md"}) {
         put(fs::path("/in/Biology") / path, "Text of " + std::string(path));
     }
     const NoteImportReport report = import({"/in/Biology/"});
@@ -104,8 +103,9 @@ TEST_F(NoteImportTest, WhatCannotBeTakenIsAProblemAndStopsNothing) {
     put(deep + "/lost.md", "x");
     const NoteImportReport report = import({"/in/none.md", "/in/image.png", "/in/N", "/in/M", ""});
     EXPECT_EQ(texts(report),
-              (Texts{"\"none.md\" does not exist.", "\"image.png\" is no note: only .md, .markdown and .txt can be "
-                                                    "imported.",
+              (Texts{"\"none.md\" does not exist.",
+                     "\"image.png\" is no note: only .md, .markdown and .txt can be "
+                     "imported.",
                      "\"d\" lies too deep inside other folders.", "\"\" does not exist.",
                      "\"bad.md\" is not UTF-8 text.", "\"binary.txt\" holds NUL bytes, so it is no text.",
                      "\"huge.md\" is larger than 16 MiB.", "\"bad.md\" is not UTF-8 text."}));
@@ -129,8 +129,9 @@ TEST_F(NoteImportTest, PagesKeepDatesAndTags) {
 }
 
 TEST_F(NoteImportTest, ImagesComeAlong) {
-    put("/in/N/a.md", "![one](pics/my%20pic.png \"t\") ![[deep.JPG|30]] ![](pics/my%20pic.png) ![[b]]\n"
-                      "<img src=\"att.svg\"> ![web](https://example.org/x.png) ![d](data:image/png;base64,AA==)");
+    put("/in/N/a.md",
+        "![one](pics/my%20pic.png \"t\") ![[deep.JPG|30]] ![](pics/my%20pic.png) ![[b]]\n"
+        "<img src=\"att.svg\"> ![web](https://example.org/x.png) ![d](data:image/png;base64,AA==)");
     put("/in/N/Sub/b.md", "![](../pics/my%20pic.png) ![other](pic.png) ![[pics/my pic.png]]");
     put("/in/N/pics/my pic.png", "one");
     put("/in/N/x/y/deep.jpg", "two");
@@ -153,9 +154,10 @@ TEST_F(NoteImportTest, ImagesComeAlong) {
 TEST_F(NoteImportTest, ImagesOutsideTheImportedFolderStayThere) {
     put("/in/secret.png", "s");
     put("/in/N/note.txt", "x");
-    const std::string body = "![](../secret.png) ![](/in/secret.png) ![](file:///in/secret.png) ![[../secret.png]] "
-                             "![](a/../../secret.png) ![](%2e%2e/secret.png) ![](../../etc/passwd) ![](note.txt) "
-                             "![](gone.png) ![[gone.png]] ![](none.png%00.txt)";
+    const std::string body =
+        "![](../secret.png) ![](/in/secret.png) ![](file:///in/secret.png) ![[../secret.png]] "
+        "![](a/../../secret.png) ![](%2e%2e/secret.png) ![](../../etc/passwd) ![](note.txt) "
+        "![](gone.png) ![[gone.png]] ![](none.png%00.txt)";
     put("/in/N/a.md", body);
     const NoteImportReport report = import({"/in/N/a.md"});
     EXPECT_EQ(only("a").body, body);

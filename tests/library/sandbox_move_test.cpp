@@ -91,9 +91,9 @@ TEST_F(SandboxMoveTest, ComparesPagesAndLatestEdits) {
         double newEdit;
         bool taken;
     };
-    for (const Case& c : {Case{2, 10, 2, 10, false}, Case{2, 11, 2, 10, true}, Case{3, 10, 2, 10, true},
-                          Case{3, 9, 2, 10, false}, Case{1, 11, 2, 10, false}, Case{0, 0, 0, 0, false},
-                          Case{1, 1, 0, 0, true}}) {
+    for (const Case& c :
+         {Case{2, 10, 2, 10, false}, Case{2, 11, 2, 10, true}, Case{3, 10, 2, 10, true}, Case{3, 9, 2, 10, false},
+          Case{1, 11, 2, 10, false}, Case{0, 0, 0, 0, false}, Case{1, 1, 0, 0, true}}) {
         const std::string old = pages(c.oldPages, c.oldEdit);
         putOld(old);
         putNew(pages(c.newPages, c.newEdit));

@@ -31,7 +31,9 @@ TEST_F(StoreFiles, BadContentIsPreservedAndNeverCostsTheMedia) {
         {"empty", ""},
         {"blank", " \n"},
         {"truncated", "[" + page + "1},"},
-        {"garbage", std::string("\x7f""ELF\0\1\2", 7)},
+        {"garbage", std::string("\x7f"
+                                "ELF\0\1\2",
+                                7)},
         {"an object", "{}"},
         {"null", "null"},
         {"a text", "\"[]\""},
@@ -120,7 +122,8 @@ TEST_F(StoreFiles, DatesFarAwayAreKept) {
     EXPECT_TRUE(exportedMarkdown(*store));
     const auto exported = exportedJson(*store);
     ASSERT_TRUE(exported);
-    const auto readBack = decodeJson<std::vector<JournalEntry>>(*exported, {.now = {}, .freshId = {}, .dates = JsonDates::iso8601});
+    const auto readBack =
+        decodeJson<std::vector<JournalEntry>>(*exported, {.now = {}, .freshId = {}, .dates = JsonDates::iso8601});
     ASSERT_TRUE(readBack);
     EXPECT_EQ(readBack->back(), pages.back()) << "ISO 8601 has no room for its dates";
     ASSERT_TRUE(store->restore(trash.back().entry.id));

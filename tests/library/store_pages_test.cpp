@@ -28,8 +28,8 @@ TEST_F(StorePages, AddingFillsWhatIsUnsetAndRefusesWhatLeadsNowhere) {
     again.id = root;
     JournalEntry trashed = page("Trashed");
     trashed.id = child;
-    for (const JournalEntry& refused : {page("Lost", PageId{ids.next()}), pageIn(NotebookId{ids.next()}, "Lost"), again,
-                                        trashed}) {
+    for (const JournalEntry& refused :
+         {page("Lost", PageId{ids.next()}), pageIn(NotebookId{ids.next()}, "Lost"), again, trashed}) {
         EXPECT_FALSE(store->addPage(refused)) << refused.title;
     }
     EXPECT_EQ(store->entries().size(), 1U);

@@ -48,9 +48,12 @@ TEST_F(StoreShelf, ListsByTheChosenModeAndOrderWithPinnedPagesFirst) {
         const char* withAPinned;
     };
     EXPECT_EQ(listed(*store), "daCb");
-    for (const Case& c : {Case{"created", "newest", "daCb", "adCb"}, {"created", "oldest", "bCad", "abCd"},
-                          {"edited", "newest", "Cdab", "aCdb"}, {"edited", "oldest", "badC", "abdC"},
-                          {"title", "newest", "abCd", "abCd"}, {"title", "oldest", "dCba", "adCb"},
+    for (const Case& c : {Case{"created", "newest", "daCb", "adCb"},
+                          {"created", "oldest", "bCad", "abCd"},
+                          {"edited", "newest", "Cdab", "aCdb"},
+                          {"edited", "oldest", "badC", "abdC"},
+                          {"title", "newest", "abCd", "abCd"},
+                          {"title", "oldest", "dCba", "adCb"},
                           {"unknown", "unknown", "daCb", "adCb"}}) {
         SCOPED_TRACE(std::string(c.mode) + " " + c.order);
         choose(c.mode, c.order);

@@ -22,9 +22,7 @@ void prepare(MemoryFileSystem& files) {
     ASSERT_TRUE(writeAtomically(files, kFile, kOld));
 }
 
-std::string contentOf(const MemoryFileSystem& files) {
-    return files.read(kFile).value_or("(nothing)");
-}
+std::string contentOf(const MemoryFileSystem& files) { return files.read(kFile).value_or("(nothing)"); }
 
 std::size_t entryCount(const MemoryFileSystem& files) {
     const FileResult<std::vector<DirectoryEntry>> entries = files.list(kFolder);
@@ -161,9 +159,9 @@ TEST(PlainFileNameTest, RefusesEverythingThatIsMoreThanAName) {
         bool isPlain;
     };
     const Case cases[] = {
-        {"photo.png", true}, {"a", true},     {"..png", true}, {".hidden", true},   {"...", true},
-        {"ü mit Leer", true}, {"", false},    {".", false},    {"..", false},       {"a/b", false},
-        {"/a", false},       {"a/", false},   {"../a", false}, {"a\\b", false},     {std::string("a\0b", 3), false},
+        {"photo.png", true},  {"a", true},   {"..png", true}, {".hidden", true}, {"...", true},
+        {"ü mit Leer", true}, {"", false},   {".", false},    {"..", false},     {"a/b", false},
+        {"/a", false},        {"a/", false}, {"../a", false}, {"a\\b", false},   {std::string("a\0b", 3), false},
     };
     for (const Case& example : cases) EXPECT_EQ(isPlainFileName(example.name), example.isPlain) << example.name;
 }

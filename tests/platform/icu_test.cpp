@@ -174,11 +174,26 @@ const IcuTextServices kText;
 
 TEST(IcuTextTest, folding) {
     const std::vector<std::pair<std::string, std::string>> table = {
-        {"", ""},           {"PRUFUNG", "prufung"}, {"Prüfung", "prufung"}, {"Pru\u0308fung", "prufung"},
-        {"ÉCOLE", "ecole"}, {"Straße", "strasse"},  {"STRAẞE", "strasse"},  {"İstanbul", "istanbul"},
-        {"ISPARTA", "isparta"}, {"ısı", "ısı"},     {"ΣΊΣΥΦΟΣ", "σισυφοσ"}, {"Σίσυφος", "σισυφοσ"},
-        {"Ångström", "angstrom"}, {"Ñandú", "nandu"}, {"Łódź", "łodz"},     {"ПРИВЕТ", "привет"},
-        {"ﬁ", "fi"},        {"½", "½"},             {"日本", "日本"},       {"a\xFFz", "a\uFFFDz"},
+        {"", ""},
+        {"PRUFUNG", "prufung"},
+        {"Prüfung", "prufung"},
+        {"Pru\u0308fung", "prufung"},
+        {"ÉCOLE", "ecole"},
+        {"Straße", "strasse"},
+        {"STRAẞE", "strasse"},
+        {"İstanbul", "istanbul"},
+        {"ISPARTA", "isparta"},
+        {"ısı", "ısı"},
+        {"ΣΊΣΥΦΟΣ", "σισυφοσ"},
+        {"Σίσυφος", "σισυφοσ"},
+        {"Ångström", "angstrom"},
+        {"Ñandú", "nandu"},
+        {"Łódź", "łodz"},
+        {"ПРИВЕТ", "привет"},
+        {"ﬁ", "fi"},
+        {"½", "½"},
+        {"日本", "日本"},
+        {"a\xFFz", "a\uFFFDz"},
     };
     for (const auto& [text, expected] : table) EXPECT_EQ(kText.folded(text), expected) << text;
 }
@@ -199,8 +214,20 @@ TEST(IcuTextTest, foldingTwiceChangesNothing) {
 }
 
 TEST(IcuTextTest, clustersAreNeverSplit) {
-    const std::vector<std::string> clusters = {"🇩🇪",       "🇫🇷", "👨‍👩‍👧‍👦", "e\u0301", "\r\n", "a", "👍🏽",
-                                               "각", "\r", "x\u0308\u0323", "\n", "日", "❤️", " "};
+    const std::vector<std::string> clusters = {"🇩🇪",
+                                               "🇫🇷",
+                                               "👨‍👩‍👧‍👦",
+                                               "e\u0301",
+                                               "\r\n",
+                                               "a",
+                                               "👍🏽",
+                                               "각",
+                                               "\r",
+                                               "x\u0308\u0323",
+                                               "\n",
+                                               "日",
+                                               "❤️",
+                                               " "};
     std::string text;
     for (const std::string& cluster : clusters) text += cluster;
     EXPECT_EQ(kText.characterCount(text), clusters.size());
@@ -240,8 +267,13 @@ TEST(IcuTextTest, asciiAgreesWithTheLongWay) {
 }
 
 TEST(IcuTextTest, malformedTextIsCounted) {
-    EXPECT_EQ(kText.characterCount("a\xFF" "b"), 3U);
-    EXPECT_EQ(kText.prefix("a\xFF" "b", 2), "a\xFF");
+    EXPECT_EQ(kText.characterCount("a\xFF"
+                                   "b"),
+              3U);
+    EXPECT_EQ(kText.prefix("a\xFF"
+                           "b",
+                           2),
+              "a\xFF");
     EXPECT_EQ(kText.characterCount("\xE6\x97"), 1U);
 }
 

@@ -83,11 +83,36 @@ TEST_F(IniSettingsTest, AMissingFileHasNoKeysAndIsMadeByTheFirstChange) {
 }
 
 TEST_F(IniSettingsTest, AwkwardTextsComeBack) {
-    const std::vector<std::string> texts = {
-        "", " ", "  both  ", "\t", "a;b,c=d", "\"quoted\"", "back\\slash\\", "line\nfeed\r\n", "@", "@@x",
-        "@ByteArray(x)", "@Invalid()", "\x01" "f", "\x01\x02" "9", std::string("\0" "7a", 3),
-        "Käse 漢字 😀", "\x7F", "?'", "#", ";", "[x]",
-        "true", "%20", "a=\"", "\\x41", "\xC2\xA0"};
+    const std::vector<std::string> texts = {"",
+                                            " ",
+                                            "  both  ",
+                                            "\t",
+                                            "a;b,c=d",
+                                            "\"quoted\"",
+                                            "back\\slash\\",
+                                            "line\nfeed\r\n",
+                                            "@",
+                                            "@@x",
+                                            "@ByteArray(x)",
+                                            "@Invalid()",
+                                            "\x01"
+                                            "f",
+                                            "\x01\x02"
+                                            "9",
+                                            std::string("\0"
+                                                        "7a",
+                                                        3),
+                                            "Käse 漢字 😀",
+                                            "\x7F",
+                                            "?'",
+                                            "#",
+                                            ";",
+                                            "[x]",
+                                            "true",
+                                            "%20",
+                                            "a=\"",
+                                            "\\x41",
+                                            "\xC2\xA0"};
     for (const std::string& text : texts) {
         IniSettings settings = open();
         ASSERT_TRUE(settings.setText("key", text));
@@ -97,8 +122,8 @@ TEST_F(IniSettingsTest, AwkwardTextsComeBack) {
 }
 
 TEST_F(IniSettingsTest, AwkwardKeysComeBack) {
-    const std::vector<std::string> keys = {"a b", "a/b", "a\\b", "a=b", ";c", "[k]", "%41", "ä", "漢",
-                                           "😀", "#x", "General"};
+    const std::vector<std::string> keys = {"a b", "a/b", "a\\b", "a=b", ";c", "[k]",
+                                           "%41", "ä",   "漢",   "😀",  "#x", "General"};
     IniSettings settings = open();
     for (const std::string& key : keys) ASSERT_TRUE(settings.setText(key, key));
     const IniSettings again = open();
@@ -162,7 +187,8 @@ TEST_F(IniSettingsTest, ReadsAFileAsQSettingsWritesIt) {
         "mail=@@me\n"
         "quoted=\" a, b; \\\"c\\\" \\\\ \"\n"
         "size=@Size(3 4)\n"
-        "the%20key=Gr\xC3\xBC\xC3\x9F" "e\\n\n"
+        "the%20key=Gr\xC3\xBC\xC3\x9F"
+        "e\\n\n"
         "zero=\"@String(a\\0,)\"\n"
         "\n[window]\nstate=1\n");
     const IniSettings settings = open();
@@ -183,7 +209,9 @@ TEST_F(IniSettingsTest, ReadsAFileAsQSettingsWritesIt) {
 TEST_F(IniSettingsTest, WritesAsQSettingsDoes) {
     IniSettings settings = open();
     ASSERT_TRUE(settings.setData("d", Bytes{{0, '1', 0xFF, 'a', 'z', ','}}));
-    ASSERT_TRUE(settings.setText("t", "@a=\t\x01" "f"));
+    ASSERT_TRUE(settings.setText("t",
+                                 "@a=\t\x01"
+                                 "f"));
     EXPECT_EQ(content(), "[General]\nd=\"@ByteArray(\\0\\x31\\xff\\x61z,)\"\nt=\"@@a=\\t\\x1\\x66\"\n");
 }
 

@@ -276,8 +276,12 @@ TEST(SystemTest, consoleKeepsLinesWhole) {
     std::ostringstream stream;
     StreamConsole console(stream);
     {
-        std::jthread one([&] { for (int i = 0; i < 100; ++i) console.print("aaaa"); });
-        std::jthread two([&] { for (int i = 0; i < 100; ++i) console.print("bbbb"); });
+        std::jthread one([&] {
+            for (int i = 0; i < 100; ++i) console.print("aaaa");
+        });
+        std::jthread two([&] {
+            for (int i = 0; i < 100; ++i) console.print("bbbb");
+        });
     }
     std::istringstream lines(stream.str());
     int count = 0;

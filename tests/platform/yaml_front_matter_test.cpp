@@ -16,8 +16,9 @@ std::string repeated(std::string_view text, std::size_t count) {
 }
 
 TEST(YamlFrontMatterTest, ReadsTextsAndLists) {
-    const auto result = YamlFrontMatter().read("Title: \"A: b\"\ntags: [x, 1, ~]\n"
-                                               "Aliases:\n  - Käse\n  - {a: b}\nnone:\n");
+    const auto result = YamlFrontMatter().read(
+        "Title: \"A: b\"\ntags: [x, 1, ~]\n"
+        "Aliases:\n  - Käse\n  - {a: b}\nnone:\n");
     ASSERT_TRUE(result) << result.error();
     EXPECT_EQ(*result, (FrontMatter{{"title", {"A: b"}}, {"tags", {"x", "1"}}, {"aliases", {"Käse"}}, {"none", {}}}));
 }
@@ -53,8 +54,8 @@ TEST(YamlFrontMatterTest, LongInputIsRefused) {
 }
 
 TEST(YamlFrontMatterTest, BombsAreBounded) {
-    for (const std::string_view piece : {"[", "{", "- ", "? ", "{a: ", "[{", "!", "&a ", "\"", "- - ", "a: \n", "\t",
-                                         "\xFF"}) {
+    for (const std::string_view piece :
+         {"[", "{", "- ", "? ", "{a: ", "[{", "!", "&a ", "\"", "- - ", "a: \n", "\t", "\xFF"}) {
         const auto result = YamlFrontMatter().read(repeated(piece, 60000 / piece.size()));
         static_cast<void>(result);  // it must only come back
     }

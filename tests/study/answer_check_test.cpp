@@ -44,22 +44,36 @@ struct Pair {
 };
 
 TEST(AnswerCheckTest, CaseDiacriticsPunctuationAndSpacingAreForgiven) {
-    for (const auto& [expected, typed] : std::vector<Pair>{
-             {"Mitochondria", " mitochondria. "},  {"Résumé", "resume"},
-             {"Re\u0301sume\u0301", "résumé"},     {"Straße", "STRASSE"},
-             {"ice cream", "icecream"},            {"well-known", "well known"},
-             {"don’t", "dont"},                    {"the cell wall", "Cell wall"},
-             {"**mitochondria**", "mitochondria"}, {"H₂O", "H2O"},
-             {"COVID-19", "covid 19"},             {"1914–1918", "1914-1918"},
-             {"x = 5", "x=5"},                     {"x ≤ 5", "x <= 5"},
-             {"x ≠ 5", "x != 5"},                  {"1,234,567", "1 234 567"},
-             {"−5 °C", "-5 C"},                    {"10²", "10^2"},
-             {"U.S.A.", "usa"},                    {"3.14", "3,14"},
-             {"10,000", "10000"},                  {"10 000 m", "10,000 m"},
-             {"0.5", ".5"},                        {"1,2,3", "1, 2, 3"},
-             {"東京", "「東京」"},                 {"→", " → "},
-             {"κόσμος", "ΚΟΣΜΟΣ"},                 {"किताब", "किताब।"},
-             {"Paris", "It is in Paris!"},         {"C++", "c++"}}) {
+    for (const auto& [expected, typed] : std::vector<Pair>{{"Mitochondria", " mitochondria. "},
+                                                           {"Résumé", "resume"},
+                                                           {"Re\u0301sume\u0301", "résumé"},
+                                                           {"Straße", "STRASSE"},
+                                                           {"ice cream", "icecream"},
+                                                           {"well-known", "well known"},
+                                                           {"don’t", "dont"},
+                                                           {"the cell wall", "Cell wall"},
+                                                           {"**mitochondria**", "mitochondria"},
+                                                           {"H₂O", "H2O"},
+                                                           {"COVID-19", "covid 19"},
+                                                           {"1914–1918", "1914-1918"},
+                                                           {"x = 5", "x=5"},
+                                                           {"x ≤ 5", "x <= 5"},
+                                                           {"x ≠ 5", "x != 5"},
+                                                           {"1,234,567", "1 234 567"},
+                                                           {"−5 °C", "-5 C"},
+                                                           {"10²", "10^2"},
+                                                           {"U.S.A.", "usa"},
+                                                           {"3.14", "3,14"},
+                                                           {"10,000", "10000"},
+                                                           {"10 000 m", "10,000 m"},
+                                                           {"0.5", ".5"},
+                                                           {"1,2,3", "1, 2, 3"},
+                                                           {"東京", "「東京」"},
+                                                           {"→", " → "},
+                                                           {"κόσμος", "ΚΟΣΜΟΣ"},
+                                                           {"किताब", "किताब।"},
+                                                           {"Paris", "It is in Paris!"},
+                                                           {"C++", "c++"}}) {
         const AnswerGrade grade = check(expected, typed);
         EXPECT_EQ(grade.verdict, Verdict::correct) << expected << " | " << typed;
         EXPECT_EQ(grade.score, 1);
@@ -69,14 +83,37 @@ TEST(AnswerCheckTest, CaseDiacriticsPunctuationAndSpacingAreForgiven) {
 }
 
 TEST(AnswerCheckTest, SignsThatTellAnswersApartCount) {
-    for (const auto& [expected, typed] : std::vector<Pair>{
-             {"3.14", "314"},     {"3.141", "3141"},   {"-5", "5"},          {"5", "-5"},        {"C++", "C"},
-             {"C", "C++"},        {"C#", "C"},         {"Na+", "Na"},        {"5%", "5"},        {"x > 5", "x < 5"},
-             {"x ≠ 5", "x = 5"},  {"1/2", "12"},       {"1 / 2", "1"},       {"10²", "102"},     {"1e-5", "1e5"},
-             {"1234,567", "1234567"},
-             {"10^-5", "10^5"},   {"1945", "1946"},    {"pH 7.4", "pH 7.0"}, {"H2O", "H20"},     {"19 45", "1945"},
-             {"299792458", "29979245"}, {"→", "←"},   {"की", "का"},         {"Paris", "London"}, {"mitosis", "meiosis"},
-             {"the cell", "the"}, {"(2+3)*4", "4"},    {"cat", "car"},       {"Paris", "🎉"},    {"", "x"}}) {
+    for (const auto& [expected, typed] : std::vector<Pair>{{"3.14", "314"},
+                                                           {"3.141", "3141"},
+                                                           {"-5", "5"},
+                                                           {"5", "-5"},
+                                                           {"C++", "C"},
+                                                           {"C", "C++"},
+                                                           {"C#", "C"},
+                                                           {"Na+", "Na"},
+                                                           {"5%", "5"},
+                                                           {"x > 5", "x < 5"},
+                                                           {"x ≠ 5", "x = 5"},
+                                                           {"1/2", "12"},
+                                                           {"1 / 2", "1"},
+                                                           {"10²", "102"},
+                                                           {"1e-5", "1e5"},
+                                                           {"1234,567", "1234567"},
+                                                           {"10^-5", "10^5"},
+                                                           {"1945", "1946"},
+                                                           {"pH 7.4", "pH 7.0"},
+                                                           {"H2O", "H20"},
+                                                           {"19 45", "1945"},
+                                                           {"299792458", "29979245"},
+                                                           {"→", "←"},
+                                                           {"की", "का"},
+                                                           {"Paris", "London"},
+                                                           {"mitosis", "meiosis"},
+                                                           {"the cell", "the"},
+                                                           {"(2+3)*4", "4"},
+                                                           {"cat", "car"},
+                                                           {"Paris", "🎉"},
+                                                           {"", "x"}}) {
         const AnswerGrade grade = check(expected, typed);
         EXPECT_EQ(grade.verdict, Verdict::wrong) << expected << " | " << typed;
         EXPECT_LE(grade.score, 0.2);
@@ -95,24 +132,24 @@ struct PartialCase {
 };
 
 TEST(AnswerCheckTest, SmallErrorsAndMissingPartsArePartial) {
-    for (const auto& [expected, typed, missing] : std::vector<PartialCase>{
-             {"mitochondria", "mitochodnria", {}},
-             {"mitochondria", "mitocondira", {}},
-             {"ice cream", "icecraem", {}},
-             {"golgi apparatus", "golgi aparatus", {}},
-             {"Straße", "Strase", {}},
-             {"carbon dioxide", "carbon", {"dioxide"}},
-             {"DNA polymerase", "DNA", {"polymerase"}},
-             {"mitochondria, nucleus", "nucleus", {"mitochondria"}},
-             {"red; Green blue; white", "white, red", {"Green blue"}},
-             {"5 apples, 3 pears", "5 apples, 4 pears", {"3 pears"}},
-             {"Paris", "not Paris", {}},
-             {"Paris", "Paris or London", {}},
-             {"not permeable", "permeable", {"not"}},
-             {"man bites dog", "dog bites man", {}},
-             {"ATP (adenosine triphosphate)", "adenosine triphosphate", {"ATP"}},
-             {"ATP (adenosine triphosphate)", "ATP (adenosine diphosphate)", {}},
-             {"E = mc^2", "mc^2", {"E ="}}}) {
+    for (const auto& [expected, typed, missing] :
+         std::vector<PartialCase>{{"mitochondria", "mitochodnria", {}},
+                                  {"mitochondria", "mitocondira", {}},
+                                  {"ice cream", "icecraem", {}},
+                                  {"golgi apparatus", "golgi aparatus", {}},
+                                  {"Straße", "Strase", {}},
+                                  {"carbon dioxide", "carbon", {"dioxide"}},
+                                  {"DNA polymerase", "DNA", {"polymerase"}},
+                                  {"mitochondria, nucleus", "nucleus", {"mitochondria"}},
+                                  {"red; Green blue; white", "white, red", {"Green blue"}},
+                                  {"5 apples, 3 pears", "5 apples, 4 pears", {"3 pears"}},
+                                  {"Paris", "not Paris", {}},
+                                  {"Paris", "Paris or London", {}},
+                                  {"not permeable", "permeable", {"not"}},
+                                  {"man bites dog", "dog bites man", {}},
+                                  {"ATP (adenosine triphosphate)", "adenosine triphosphate", {"ATP"}},
+                                  {"ATP (adenosine triphosphate)", "ATP (adenosine diphosphate)", {}},
+                                  {"E = mc^2", "mc^2", {"E ="}}}) {
         const AnswerGrade grade = check(expected, typed);
         EXPECT_EQ(grade.verdict, Verdict::partial) << expected << " | " << typed;
         EXPECT_GE(grade.score, 0.4);
@@ -151,8 +188,8 @@ TEST(AnswerCheckTest, MultipleChoiceTakesTheTextOrTheNumber) {
         EXPECT_EQ(checkAnswer(card, typed, kText).verdict, Verdict::correct) << typed;
     }
     EXPECT_EQ(checkAnswer(card, "hypertermia", kText).verdict, Verdict::partial);
-    for (const std::string_view typed : {"hypothermia", "hypotermia", "hypethermia", "1", "0", "4", "both", "",
-                                         "99999999999999"}) {
+    for (const std::string_view typed :
+         {"hypothermia", "hypotermia", "hypethermia", "1", "0", "4", "both", "", "99999999999999"}) {
         EXPECT_EQ(checkAnswer(card, typed, kText).verdict, Verdict::wrong) << typed;
     }
     EXPECT_EQ(checkAnswer(choice({"4", "2", "3"}, 1), "2", kText).verdict, Verdict::correct);

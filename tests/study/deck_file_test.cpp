@@ -78,10 +78,8 @@ TEST(DeckFileTest, TheRightOptionStaysRightWhateverTheBackSays) {
 
 TEST(DeckFileTest, NastyContentReadsBackEqual) {
     const std::vector<CardContent> cards = {
-        card("#x\t\"&amp;&", "\"\"<br>"),
-        card(" {{c1::x}} ", "x", FlashcardKind::cloze),
-        card("{{c1::x}}", "\n"),
-        choice("1. q\n\n1. x\n2. y\n", {"1. a\n\n1. b\n2. c\n", "", "3. "}, 2),
+        card("#x\t\"&amp;&", "\"\"<br>"), card(" {{c1::x}} ", "x", FlashcardKind::cloze),
+        card("{{c1::x}}", "\n"),          choice("1. q\n\n1. x\n2. y\n", {"1. a\n\n1. b\n2. c\n", "", "3. "}, 2),
         choice("q", {"a", "12. b<"}, 1),
     };
     EXPECT_EQ(cardsOf(exportDeck(cards)), cards);
@@ -105,8 +103,10 @@ TEST(DeckFileTest, RandomContentReadsBackEqual) {
 
 TEST(DeckFileTest, GuessesTheSeparator) {
     const std::vector expected = {card("a", "b")};
-    for (const std::string_view file : {"a\tb", "a;b\r\n", "a,b\n", "a|b", "\xEF\xBB\xBF" "a,b", "\n\na;b",
-                                        "#separator:Comma\na,b", "#SEPARATOR:|\na|b"}) {
+    for (const std::string_view file : {"a\tb", "a;b\r\n", "a,b\n", "a|b",
+                                        "\xEF\xBB\xBF"
+                                        "a,b",
+                                        "\n\na;b", "#separator:Comma\na,b", "#SEPARATOR:|\na|b"}) {
         EXPECT_EQ(cardsOf(file), expected) << file;
     }
 }

@@ -210,8 +210,15 @@ TEST_F(FlashcardStoreTest, StatsCountTheDeck) {
     const CardId suspended = addCard();
     store_->setSuspended(suspended, true);
     store_->setFlagged(suspended, true);
-    FlashcardDeckStats expected{.total = 4, .fresh = 1, .learning = 1, .review = 1, .due = 1, .suspended = 1,
-                                .flagged = 1, .leeches = 0, .averageRecall = 1.0};
+    FlashcardDeckStats expected{.total = 4,
+                                .fresh = 1,
+                                .learning = 1,
+                                .review = 1,
+                                .due = 1,
+                                .suspended = 1,
+                                .flagged = 1,
+                                .leeches = 0,
+                                .averageRecall = 1.0};
     EXPECT_EQ(store_->stats(kPage, kNow), expected);
     EXPECT_EQ(store_->stats(PageId{Uuid{{9}}}, kNow), FlashcardDeckStats{});
 }
@@ -228,7 +235,8 @@ TEST_F(FlashcardStoreTest, DamagedFileIsPreservedAndReadOnlyWritesNothing) {
 
     start();
     EXPECT_EQ(store_->cards().size(), 0U);
-    EXPECT_TRUE(console_.lines().back().starts_with("Notara: flashcards.json could not be decoded — copy preserved at "));
+    EXPECT_TRUE(
+        console_.lines().back().starts_with("Notara: flashcards.json could not be decoded — copy preserved at "));
     addCard();
     ASSERT_TRUE(store_->flushAndWait());
     EXPECT_EQ(*files_.read("/library/flashcards-corrupt-2026-11-22-033000.json"), "{\"cards\": 7}");

@@ -43,8 +43,13 @@ TEST(NoteCardsTest, TheFirstOfEqualQuestionsWins) {
 }
 
 TEST(NoteCardsTest, QuestionKeyLeavesTheAnswerOut) {
-    CardContent one{.kind = FlashcardKind::cloze, .front = "{{a}} is b ", .back = "a", .options = {},
-                    .correctIndex = {}, .explanation = {}, .sourcePage = {}};
+    CardContent one{.kind = FlashcardKind::cloze,
+                    .front = "{{a}} is b ",
+                    .back = "a",
+                    .options = {},
+                    .correctIndex = {},
+                    .explanation = {},
+                    .sourcePage = {}};
     auto other = one;
     other.front = "{{c}} is b";
     EXPECT_EQ(questionKey(one), questionKey(other));

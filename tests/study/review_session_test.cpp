@@ -339,7 +339,8 @@ TEST_F(ReviewSessionTest, LeechesAreAnnounced) {
     EXPECT_EQ(session.rate(Rating::again, kNow, 1), ReviewSession::LeechNotice::staysInReview);
     EXPECT_EQ(session.rate(Rating::good, kNow + 11 * kMinute, 1), ReviewSession::LeechNotice::none);
     EXPECT_TRUE(store_.cards()[0].suspended);
-    while (session.undo(kNow)) {}
+    while (session.undo(kNow)) {
+    }
     EXPECT_FALSE(store_.cards()[0].suspended);
     EXPECT_EQ(front(session), "first");
 }
@@ -359,7 +360,8 @@ TEST_F(ReviewSessionTest, MidnightAndAClockSetBackLoseNoCard) {
         session.rate(Rating::easy, beforeMidnight - 7200, 1);
     }
     EXPECT_EQ(front(session), "(over)");
-    while (session.undo(beforeMidnight - 9000)) {}
+    while (session.undo(beforeMidnight - 9000)) {
+    }
     EXPECT_EQ(state(), before);
     EXPECT_EQ(remaining(session), (std::vector<std::int64_t>{3, 0, 0}));
 }
@@ -387,7 +389,8 @@ TEST_F(ReviewSessionTest, RandomSessionsEndWhereTheyBegan) {
                 default: session.rate(static_cast<Rating>(random() % 4 + 1), now, 1);
             }
         }
-        while (session.undo(now)) {}
+        while (session.undo(now)) {
+        }
         ASSERT_EQ(state(), before) << round;
         session.refresh(kNow);
         ASSERT_EQ(remaining(session), atStart) << round;

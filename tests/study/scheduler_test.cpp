@@ -120,9 +120,20 @@ TEST(SchedulerDeathTest, OverflowStopsTheProgram) {
 
 TEST(FormatInterval, PicksTheUnitAndRoundsHalfUp) {
     const std::vector<std::pair<double, std::string>> cases = {
-        {0, "1m"},           {60, "1m"},          {90, "2m"},         {600, "10m"},         {3599, "60m"},
-        {3600, "1h"},        {5400, "2h"},        {86399, "24h"},     {86400, "1d"},        {2.5 * 86400, "3d"},
-        {29.4 * 86400, "29d"}, {30 * 86400.0, "1mo"}, {45 * 86400.0, "1.5mo"}, {365 * 86400.0, "1y"},
+        {0, "1m"},
+        {60, "1m"},
+        {90, "2m"},
+        {600, "10m"},
+        {3599, "60m"},
+        {3600, "1h"},
+        {5400, "2h"},
+        {86399, "24h"},
+        {86400, "1d"},
+        {2.5 * 86400, "3d"},
+        {29.4 * 86400, "29d"},
+        {30 * 86400.0, "1mo"},
+        {45 * 86400.0, "1.5mo"},
+        {365 * 86400.0, "1y"},
         {36500 * 86400.0, "100y"},
     };
     for (const auto& [seconds, label] : cases) EXPECT_EQ(formatInterval(seconds), label) << seconds;

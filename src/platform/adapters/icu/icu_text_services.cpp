@@ -130,9 +130,7 @@ std::string IcuTextServices::folded(std::string_view text) const {
     return withoutMarks(decomposed(text)).foldCase(U_FOLD_CASE_DEFAULT).toUTF8String(result);
 }
 
-std::size_t IcuTextServices::characterCount(std::string_view text) const {
-    return extentOf(text, kNoLimit).characters;
-}
+std::size_t IcuTextServices::characterCount(std::string_view text) const { return extentOf(text, kNoLimit).characters; }
 
 std::string_view IcuTextServices::prefix(std::string_view text, std::size_t count) const {
     return text.substr(0, extentOf(text, count).bytes);

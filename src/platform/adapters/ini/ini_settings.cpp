@@ -351,8 +351,8 @@ void insertEntry(std::vector<Line>& lines, std::string raw, std::string_view lin
     if (isFirst || after == lines.end()) endLastLine(lines, lineEnd);
     if (isFirst) {
         Line head;
-        head.raw = (lines.empty() ? "" : std::string(lineEnd)) + '[' + std::string(kSection) + ']' +
-                   std::string(lineEnd);
+        head.raw =
+            (lines.empty() ? "" : std::string(lineEnd)) + '[' + std::string(kSection) + ']' + std::string(lineEnd);
         lines.push_back(std::move(head));
         after = lines.end();
     }

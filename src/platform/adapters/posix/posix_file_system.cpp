@@ -79,7 +79,7 @@ FileResult<Descriptor> openFile(const fs::path& path, int flags, mode_t mode = 0
 }
 
 FileResult<struct stat> statusOf(const Descriptor& file, const fs::path& path) {
-    struct stat status {};
+    struct stat status{};
     if (::fstat(file.number(), &status) != 0) return failure(path, errno);
     return status;
 }
@@ -105,8 +105,8 @@ FileResult<std::string> readAll(const Descriptor& file, const fs::path& path, st
     std::size_t filled = 0;
     while (true) {
         if (filled == content.size()) content.resize(content.size() * 2);
-        const ssize_t count = uninterrupted(
-            [&] { return ::read(file.number(), content.data() + filled, content.size() - filled); });
+        const ssize_t count =
+            uninterrupted([&] { return ::read(file.number(), content.data() + filled, content.size() - filled); });
         if (count < 0) return failure(path, errno);
         if (count == 0) break;
         filled += static_cast<std::size_t>(count);
@@ -156,7 +156,7 @@ private:
 };
 
 FileResult<void> copyPermissions(const Descriptor& file, const fs::path& path, const fs::path& like) {
-    struct stat status {};
+    struct stat status{};
     if (like.empty() || ::stat(like.c_str(), &status) != 0) return {};
     if (::fchmod(file.number(), status.st_mode & kPermissionBits) != 0) return failure(path, errno);
     return {};
@@ -165,7 +165,7 @@ FileResult<void> copyPermissions(const Descriptor& file, const fs::path& path, c
 FileResult<void> createOneFolder(const fs::path& folder) {
     if (::mkdir(folder.c_str(), kPrivateFolder) == 0) return {};
     const int code = errno;
-    struct stat status {};
+    struct stat status{};
     const bool isFolder = ::stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
     if (isFolder) return {};
     return failure(folder, code);
@@ -216,9 +216,7 @@ LockFailure lockFailure(const Descriptor& file, const fs::path& path, int code) 
     if (code != EWOULDBLOCK) return {.message = describe(path, code)};
     const int holder = readHolder(file);
     const std::string process = holder > 0 ? " (process " + std::to_string(holder) + ")" : "";
-    return {.heldByOther = true,
-            .holder = holder,
-            .message = path.string() + ": locked by another program" + process};
+    return {.heldByOther = true, .holder = holder, .message = path.string() + ": locked by another program" + process};
 }
 
 }  // namespace
@@ -235,11 +233,10 @@ FileResult<std::string> PosixFileSystem::read(const fs::path& path) const {
 }
 
 FileResult<FileInfo> PosixFileSystem::info(const fs::path& path) const {
-    struct stat status {};
+    struct stat status{};
     if (::stat(path.c_str(), &status) != 0) return failure(path, errno);
-    return FileInfo{.kind = kindOf(status),
-                    .size = static_cast<std::uint64_t>(status.st_size),
-                    .modified = modifiedOf(status)};
+    return FileInfo{
+        .kind = kindOf(status), .size = static_cast<std::uint64_t>(status.st_size), .modified = modifiedOf(status)};
 }
 
 FileResult<std::vector<DirectoryEntry>> PosixFileSystem::list(const fs::path& folder) const {
@@ -272,7 +269,7 @@ fs::path PosixFileSystem::resolved(const fs::path& path) const {
 
 FileResult<void> PosixFileSystem::createFolders(const fs::path& folder) {
     if (folder.empty()) return {};
-    struct stat status {};
+    struct stat status{};
     if (::stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) return {};
     const fs::path parent = folder.parent_path();
     if (parent != folder) {
