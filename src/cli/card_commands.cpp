@@ -78,7 +78,7 @@ void declareContent(CLI::App& command, EditArgs& args) {
         ->check(CLI::IsMember({"basic", "cloze", "multipleChoice"}));
     addText(command, "--front", args.front, "The question; of a cloze the sentence with {{blanks}}");
     addText(command, "--back", args.back, "The answer");
-    addText(command, "--option", args.options, "A choice; once for each");
+    addText(command, "--option", args.options, "A choice, or several")->allow_extra_args();
     command.add_option("--correct", args.correct, "Which choice is right, from 0")->type_name("N");
     addText(command, "--explanation", args.explanation, "Why the answer is right");
 }
@@ -149,12 +149,7 @@ void deleteCard(CommandContext& context, const IdArgs& args) {
     const Flashcard card = findCard(workspace.cards(), args.id);
     workspace.cards().remove(card.id);
     if (context.json()) {
-        return context.printJson([&](JsonWriter& writer) {
-            writer.beginObject();
-            writer.key("deleted");
-            writeValue(writer, std::vector{card.id});
-            writer.endObject();
-        });
+        return context.printJsonObject([&](auto member) { member("deleted", std::vector{card.id}); });
     }
     context.out() << "Deleted the card \"" << frontOf(card) << "\".\n";
 }
@@ -196,12 +191,7 @@ void resetCards(CommandContext& context, const ResetArgs& args) {
     }
     const std::size_t touched = workspace.cards().resetPage(findPage(workspace.library(), args.page).id, context.now());
     if (context.json()) {
-        return context.printJson([&](JsonWriter& writer) {
-            writer.beginObject();
-            writer.key("reset");
-            writer.integer(static_cast<std::int64_t>(touched));
-            writer.endObject();
-        });
+        return context.printJsonObject([&](auto member) { member("reset", touched); });
     }
     context.out() << "Reset " << counted(touched, "card", "cards") << ". They'll all count as new again.\n";
 }

@@ -72,6 +72,22 @@ public:
 
     /// Prints one JSON document, and a line end, of what `write` writes.
     void printJson(const std::function<void(JsonWriter&)>& write);
+    /// Prints one JSON object. `write` gets a function that takes the key and the value of the next member.
+    template <class Write>
+    void printJsonObject(Write write) {
+        printJson([&](JsonWriter& writer) {
+            writer.beginObject();
+            write([&writer](std::string_view key, const auto& value) {
+                writer.key(key);
+                if constexpr (std::is_same_v<decltype(value), const std::size_t&>) {
+                    writer.integer(static_cast<std::int64_t>(value));
+                } else {
+                    writeValue(writer, value);
+                }
+            });
+            writer.endObject();
+        });
+    }
     /// Prints one value in the shape of the library files.
     template <class T>
     void printJsonOf(const T& value) {

@@ -97,39 +97,26 @@ void exportCards(CommandContext& context, const DeckArgs& args) {
     const FileResult<void> written = writeAtomically(context.system().files, target, exportDeck(contents));
     if (!written) throw CommandFailure("Couldn't save the file: " + written.error().message);
     if (context.json()) {
-        return context.printJson([&](JsonWriter& writer) {
-            writer.beginObject();
-            writer.key("file");
-            writer.string(target.string());
-            writer.key("cards");
-            writer.integer(static_cast<std::int64_t>(contents.size()));
-            writer.endObject();
+        return context.printJsonObject([&](auto member) {
+            member("file", target.string());
+            member("cards", contents.size());
         });
     }
     context.out() << "Exported " << counted(contents.size(), "card", "cards") << " to " << target.string() << '\n';
 }
+
+std::string describe(const DeckProblem& problem) { return fmt::format("Line {}: {}", problem.line, problem.text); }
 
 void printImport(CommandContext& context, const std::vector<CardId>& added, const std::vector<DeckProblem>& problems) {
     if (!context.json()) {
         context.out() << "Added " << counted(added.size(), "card", "cards") << ".\n";
         return;
     }
-    context.printJson([&](JsonWriter& writer) {
-        writer.beginObject();
-        writer.key("added");
-        writeValue(writer, added);
-        writer.key("problems");
-        writer.beginArray();
-        for (const DeckProblem& problem : problems) {
-            writer.beginObject();
-            writer.key("line");
-            writer.integer(static_cast<std::int64_t>(problem.line));
-            writer.key("text");
-            writer.string(problem.text);
-            writer.endObject();
-        }
-        writer.endArray();
-        writer.endObject();
+    std::vector<std::string> lines;
+    for (const DeckProblem& problem : problems) lines.push_back(describe(problem));
+    context.printJsonObject([&](auto member) {
+        member("added", added);
+        member("problems", lines);
     });
 }
 
@@ -142,9 +129,7 @@ void importCards(CommandContext& context, const DeckArgs& args) {
         throw CommandFailure("Couldn't read that file.");
     }
     DeckImport deck = valueOrFail(parseDeck(*content));
-    for (const DeckProblem& problem : deck.problems) {
-        context.err() << "Line " << problem.line << ": " << problem.text << '\n';
-    }
+    for (const DeckProblem& problem : deck.problems) context.err() << describe(problem) << '\n';
     printImport(context, workspace.cards().addCards(page, std::move(deck.cards), context.now()), deck.problems);
 }
 

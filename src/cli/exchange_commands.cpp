@@ -20,13 +20,9 @@ void exportTo(CommandContext& context, const std::string& file, std::string_view
                             context.system().console));
     const std::size_t pages = workspace.library().entries().size();
     if (context.json()) {
-        return context.printJson([&](JsonWriter& writer) {
-            writer.beginObject();
-            writer.key("file");
-            writer.string(target.string());
-            writer.key("pages");
-            writer.integer(static_cast<std::int64_t>(pages));
-            writer.endObject();
+        return context.printJsonObject([&](auto member) {
+            member("file", target.string());
+            member("pages", pages);
         });
     }
     context.out() << "Exported " << counted(pages, "page", "pages") << " to " << target.string() << '\n';
@@ -44,13 +40,9 @@ void importFromJson(CommandContext& context, const FileArgs& args) {
     Workspace& workspace = context.open(WorkspaceUse::change);
     const ImportCount count = valueOrFail(importJson(workspace.library(), args.file, workspace.services()));
     if (context.json()) {
-        return context.printJson([&](JsonWriter& writer) {
-            writer.beginObject();
-            writer.key("added");
-            writer.integer(static_cast<std::int64_t>(count.added));
-            writer.key("skipped");
-            writer.integer(static_cast<std::int64_t>(count.skipped));
-            writer.endObject();
+        return context.printJsonObject([&](auto member) {
+            member("added", count.added);
+            member("skipped", count.skipped);
         });
     }
     context.out() << "Added " << counted(count.added, "page", "pages") << '.';

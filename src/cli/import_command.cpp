@@ -54,32 +54,14 @@ NoteImportReport runImport(CommandContext& context, Workspace& workspace, const 
 std::string describe(const NoteProblem& problem) { return onOneLine(problem.path.string() + ": " + problem.text); }
 
 void printReportJson(CommandContext& context, const NoteImportReport& report) {
-    context.printJson([&](JsonWriter& writer) {
-        const auto number = [&](std::string_view key, std::size_t value) {
-            writer.key(key);
-            writer.integer(static_cast<std::int64_t>(value));
-        };
-        writer.beginObject();
-        writer.key("added");
-        writeValue(writer, report.added);
-        writer.key("notebooks");
-        writeValue(writer, report.notebooks);
-        number("alreadyThere", report.alreadyThere);
-        number("images", report.images);
-        writer.key("problems");
-        writer.beginArray();
-        for (const NoteProblem& problem : report.problems) {
-            writer.beginObject();
-            writer.key("path");
-            writer.string(problem.path.string());
-            writer.key("text");
-            writer.string(problem.text);
-            writer.endObject();
-        }
-        writer.endArray();
-        writer.key("cancelled");
-        writer.boolean(report.cancelled);
-        writer.endObject();
+    std::vector<std::string> problems;
+    for (const NoteProblem& problem : report.problems) problems.push_back(describe(problem));
+    context.printJsonObject([&](auto member) {
+        member("added", report.added);
+        member("notebooks", report.notebooks);
+        member("alreadyThere", report.alreadyThere);
+        member("images", report.images);
+        member("problems", problems);
     });
 }
 

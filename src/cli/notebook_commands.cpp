@@ -65,12 +65,7 @@ void deleteNotebook(CommandContext& context, const DeleteArgs& args) {
     valueOrFail(library.deleteNotebook(notebook.id,
                                        args.trashPages ? PagesOfNotebook::goToTrash : PagesOfNotebook::becomeLoose));
     if (context.json()) {
-        return context.printJson([&](JsonWriter& writer) {
-            writer.beginObject();
-            writer.key("deleted");
-            writeValue(writer, std::vector{notebook.id});
-            writer.endObject();
-        });
+        return context.printJsonObject([&](auto member) { member("deleted", std::vector{notebook.id}); });
     }
     context.out() << "Deleted the notebook \"" << onOneLine(notebook.name) << "\". ";
     if (pages == 0) {

@@ -276,12 +276,7 @@ void deletePage(CommandContext& context, const IdArgs& args) {
     const JournalEntry page = findPage(library, args.id);
     const std::vector<PageId> deleted = valueOrFail(library.deletePage(page.id));
     if (context.json()) {
-        return context.printJson([&](JsonWriter& writer) {
-            writer.beginObject();
-            writer.key("deleted");
-            writeValue(writer, deleted);
-            writer.endObject();
-        });
+        return context.printJsonObject([&](auto member) { member("deleted", deleted); });
     }
     context.out() << "Moved \"" << titleOf(page) << "\"";
     if (deleted.size() > 1) context.out() << " and " << counted(deleted.size() - 1, "subpage", "subpages");

@@ -28,22 +28,12 @@ ReviewScreen::Look lookFor(CommandContext& context, bool isTerminal) {
 }
 
 void printSummaryJson(CommandContext& context, const ReviewSession::Summary& summary) {
-    context.printJson([&](JsonWriter& writer) {
-        const auto number = [&](std::string_view key, std::int64_t value) {
-            writer.key(key);
-            writer.integer(value);
-        };
-        writer.beginObject();
-        number("cards", summary.cards);
-        number("ratings", summary.ratings);
-        number("remembered", summary.remembered);
-        writer.key("seconds");
-        writer.number(summary.seconds);
-        if (summary.nextDue) {
-            writer.key("nextDue");
-            writer.date(*summary.nextDue);
-        }
-        writer.endObject();
+    context.printJsonObject([&](auto member) {
+        member("cards", summary.cards);
+        member("ratings", summary.ratings);
+        member("remembered", summary.remembered);
+        member("seconds", summary.seconds);
+        if (summary.nextDue) member("nextDue", *summary.nextDue);
     });
 }
 

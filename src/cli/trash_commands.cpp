@@ -54,12 +54,7 @@ void emptyTrash(CommandContext& context, const EmptyArgs& args) {
     }
     const std::size_t deleted = context.open(WorkspaceUse::change).library().emptyTrash();
     if (context.json()) {
-        return context.printJson([&](JsonWriter& writer) {
-            writer.beginObject();
-            writer.key("deleted");
-            writer.integer(static_cast<std::int64_t>(deleted));
-            writer.endObject();
-        });
+        return context.printJsonObject([&](auto member) { member("deleted", deleted); });
     }
     context.out() << "Deleted " << counted(deleted, "page", "pages") << " for good.\n";
 }

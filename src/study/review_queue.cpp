@@ -63,17 +63,6 @@ private:
     bool admitted_ = false;
 };
 
-// The stores subtract from a limit, so one below 0 is kept from them.
-bool isOff(const Settings& settings, std::string_view limit) { return settings.integer(limit).value_or(1) <= 0; }
-
-std::int64_t newCardsLeft(const FlashcardStore& cards, const Settings& settings, Date now) {
-    return isOff(settings, "flashcards.newPerDay") ? 0 : cards.newCardsLeft(now);
-}
-
-std::int64_t reviewsLeft(const FlashcardStore& cards, const Settings& settings, Date now) {
-    return isOff(settings, "flashcards.maxReviews") ? 0 : cards.reviewsLeft(now);
-}
-
 /// The first `limit` of many candidates: most are turned away before their page is looked up.
 class Selection {
 public:
@@ -146,8 +135,8 @@ ScopePages::ScopePages(const JournalStore& library, const ReviewScope& scope) : 
 ReviewQueue buildReviewQueue(const FlashcardStore& cards, const JournalStore& library, const Settings& settings,
                              const LocalCalendar& calendar, const ReviewScope& scope, Date now) {
     const bool shuffled = settings.boolean("flashcards.shuffle").value_or(true);
-    const std::int64_t newLimit = newCardsLeft(cards, settings, now);
-    const std::int64_t reviewLimit = reviewsLeft(cards, settings, now);
+    const std::int64_t newLimit = cards.newCardsLeft(now);
+    const std::int64_t reviewLimit = cards.reviewsLeft(now);
     const DayOrder dayOrder(calendar.civilTime(now).day);
     PageFilter filter(library, scope);
 
@@ -177,7 +166,7 @@ namespace {
 /// The first day with a place for a new card can only be put off by the days that are counted.
 std::optional<Date> nextIntroduction(const FlashcardStore& cards, const Settings& settings,
                                      const LocalCalendar& calendar, Date now) {
-    if (isOff(settings, "flashcards.newPerDay")) return std::nullopt;
+    if (settings.integer("flashcards.newPerDay").value_or(1) <= 0) return std::nullopt;
     if (cards.newCardsLeft(now) > 0) return now;
     Date day = calendar.startOfDay(now);
     for (std::size_t i = 0; i <= cards.introduced().size(); ++i) {

@@ -97,6 +97,9 @@ TEST_F(ProgramTest, TextsArriveAsTheyWereTyped) {
     EXPECT_EQ(choice.front, "[Q]");
     EXPECT_EQ(choice.options, (std::vector<std::string>{"[1, 2]", "-3"}));
     EXPECT_EQ(choice.back, "-3");
+    const auto several = json<Flashcard>({"cards", "add", choice.pageID.toString(), "--kind", "multipleChoice",
+                                          "--front", "Q", "--option", "a", "b", "c", "--correct", "2"});
+    EXPECT_EQ(several.options, (std::vector<std::string>{"a", "b", "c"}));
 }
 
 TEST_F(ProgramTest, AnyUnambiguousPrefixNamesARecord) {

@@ -35,13 +35,13 @@ struct Computer {
     [[nodiscard]] std::string present() const { return files.read(kNew / "entries.json").value_or("none"); }
     [[nodiscard]] bool flagged() const { return settings.boolean(kLeftSandboxKey).value_or(false); }
     [[nodiscard]] fs::path aside() const {
-        return "/home/Notara-before-1.3.2-" + timeStamp(calendar.civilTime(clock.now()));
+        return "/somebody/Notara-before-1.3.2-" + timeStamp(calendar.civilTime(clock.now()));
     }
-    void leave() { leaveSandbox({.homeFolder = "/home", .libraryFolder = kNew}, services); }
+    void leave() { leaveSandbox({.homeFolder = "/somebody", .libraryFolder = kNew}, services); }
 
-    static inline const fs::path kNew = "/home/Notara";
+    static inline const fs::path kNew = "/somebody/Notara";
     static inline const fs::path kOld =
-        "/home/Library/Containers/com.vorlek.Notara/Data/Library/Application Support/Notara";
+        "/somebody/Library/Containers/com.vorlek.Notara/Data/Library/Application Support/Notara";
 
     MemoryFileSystem files;
     VirtualLoop loop;
@@ -120,7 +120,7 @@ TEST_F(SandboxMoveTest, AnOldLibraryThatCannotBeDecodedStays) {
 
 TEST_F(SandboxMoveTest, HappensOnceAndOnlyOutsideTheSandbox) {
     putOld(pages(3, 20));
-    leaveSandbox({.stillSandboxed = true, .homeFolder = "/home", .libraryFolder = kNew}, services);
+    leaveSandbox({.stillSandboxed = true, .homeFolder = "/somebody", .libraryFolder = kNew}, services);
     EXPECT_EQ(present(), "none");
     EXPECT_FALSE(flagged());
     ASSERT_TRUE(settings.setBoolean(kLeftSandboxKey, true));
@@ -162,7 +162,7 @@ TEST_F(SandboxMoveTest, AMediumThatCannotBeCopiedDoesNotHoldUpThePages) {
     putOld(pages(3, 20));
     put(kOld / "images" / "a.png", "picture");
     put(kOld / "pdfs" / "b.pdf", "paper");
-    put("/home/Notara-arriving/images", "in the way");
+    put("/somebody/Notara-arriving/images", "in the way");
     leave();
     EXPECT_EQ(present(), files.read(kOld / "entries.json").value());
     EXPECT_EQ(files.read(kNew / "pdfs" / "b.pdf").value_or(""), "paper");
@@ -174,9 +174,9 @@ TEST_F(SandboxMoveTest, AMediumThatCannotBeCopiedDoesNotHoldUpThePages) {
 /// How many folders beside and at the new place hold this entries.json.
 int placesOf(const Computer& computer, const std::string& content) {
     int count = 0;
-    const std::vector<DirectoryEntry> folders = computer.files.list("/home").value();
+    const std::vector<DirectoryEntry> folders = computer.files.list("/somebody").value();
     for (const DirectoryEntry& entry : folders) {
-        const fs::path file = fs::path("/home") / entry.name / "entries.json";
+        const fs::path file = fs::path("/somebody") / entry.name / "entries.json";
         if (computer.files.read(file).value_or("") == content) ++count;
     }
     return count;
