@@ -120,6 +120,7 @@ int runProgram(const std::vector<std::string>& arguments, const ProgramStreams& 
         program.exit(success, streams.out, streams.err);
         return kDone;
     } catch (const CLI::ParseError& error) {
+        if (arguments.empty()) return fail(streams, json, program.help(), kWrongUsage);
         return fail(streams, json, describe(error, program), kWrongUsage);
     }
     return runAction(chosen, options, streams, environment);

@@ -59,6 +59,15 @@ TEST_F(ProgramTest, WrongUsageAndFailuresAreToldApart) {
     }
 }
 
+TEST_F(ProgramTest, WithoutACommandItSaysWhatThereIs) {
+    const Result nothing = runBare({});
+    EXPECT_EQ(nothing.code, 2);
+    EXPECT_NE(nothing.err.find("review"), std::string::npos);
+    const Result help = runBare({"cards", "--help"});
+    EXPECT_EQ(help.code, 0);
+    EXPECT_NE(help.out.find("from-notes"), std::string::npos);
+}
+
 TEST_F(ProgramTest, AHomeMustBeAFolderThatIsThere) {
     write("file", "x");
     EXPECT_EQ(runBare({"--home", (home / "missing").string(), "pages", "list"}).code, 1);
