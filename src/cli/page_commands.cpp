@@ -292,7 +292,8 @@ struct SearchArgs {
 void searchPages(CommandContext& context, const SearchArgs& args) {
     JournalStore& library = context.open(WorkspaceUse::read).library();
     PageSearch search(library, context.system().text);
-    const std::vector<PageHit> hits = search.find(joined(args.words, " "), library.entries().size());
+    const std::size_t limit = context.json() ? library.entries().size() : PageSearch::kUsualLimit;
+    const std::vector<PageHit> hits = search.find(joined(args.words, " "), limit);
     if (context.json()) {
         PagePointers pages;
         for (const PageHit& hit : hits) pages.push_back(library.entries().find(hit.page));
@@ -306,6 +307,7 @@ void searchPages(CommandContext& context, const SearchArgs& args) {
                       << '\n';
         if (!hit.excerpt.empty()) context.out() << "          " << onOneLine(hit.excerpt) << '\n';
     }
+    if (hits.size() == limit) context.out() << "These are the first " << limit << "; more words find fewer.\n";
 }
 
 }  // namespace

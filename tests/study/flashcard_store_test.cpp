@@ -4,12 +4,8 @@
 
 #include <random>
 
-#include "platform/adapters/icu/icu_calendar.h"
-#include "platform/adapters/ini/ini_settings.h"
 #include "platform/atomic_write.h"
-#include "support/fakes.h"
-#include "support/memory_file_system.h"
-#include "support/virtual_loop.h"
+#include "study_fixture.h"
 
 namespace tessary {
 namespace {
@@ -25,9 +21,9 @@ public:
 };
 
 /// A store on files in memory, started as often as a test likes.
-class FlashcardStoreTest : public ::testing::Test {
+class FlashcardStoreTest : public StudyTest {
 protected:
-    FlashcardStoreTest() { start(); }
+    FlashcardStoreTest() : StudyTest(kNow) { start(); }
 
     void start(StoreAccess access = StoreAccess::readWrite) {
         store_.reset();
@@ -56,17 +52,6 @@ protected:
         return id;
     }
 
-    MemoryFileSystem files_;
-    VirtualLoop loop_;
-    ManualClock clock_{kNow};
-    IcuCalendar calendar_{"Europe/Berlin"};
-    SequentialIds ids_;
-    IniSettings settings_{files_, "/settings.ini"};
-    RecordingConsole console_;
-    NotificationCenter notifications_;
-    StoreServices services_{files_, loop_, clock_, calendar_, ids_, settings_, console_, notifications_};
-    InlineQueue queue_;
-    ReviewLog log_{"/library/Reviews", services_, queue_};
     std::optional<FlashcardStore> store_;
     FlashcardStore::Rated lastRated_;
 };

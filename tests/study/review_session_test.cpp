@@ -7,11 +7,7 @@
 #include <set>
 
 #include "library/journal_store.h"
-#include "platform/adapters/icu/icu_calendar.h"
-#include "platform/adapters/ini/ini_settings.h"
-#include "support/fakes.h"
-#include "support/memory_file_system.h"
-#include "support/virtual_loop.h"
+#include "study_fixture.h"
 
 namespace tessary {
 namespace {
@@ -21,9 +17,9 @@ using Fronts = std::vector<std::string>;
 const Date kNow = *parseIso8601("2026-11-21T09:30:00Z");
 constexpr double kMinute = kSecondsPerMinute;
 
-class ReviewSessionTest : public testing::Test {
+class ReviewSessionTest : public StudyTest {
 protected:
-    ReviewSessionTest() {
+    ReviewSessionTest() : StudyTest(kNow) {
         EXPECT_TRUE(files_.createFolders("/library"));
         set("flashcards.shuffle", 0);
         page_ = addPage();
@@ -80,19 +76,8 @@ protected:
         return std::pair(std::move(cards), store_.introduced());
     }
 
-    MemoryFileSystem files_;
-    VirtualLoop loop_;
-    ManualClock clock_{kNow};
-    IcuCalendar calendar_{"Europe/Berlin"};
-    SequentialIds ids_;
-    IniSettings settings_{files_, "/settings.ini"};
-    RecordingConsole console_;
-    NotificationCenter notifications_;
-    StoreServices services_{files_, loop_, clock_, calendar_, ids_, settings_, console_, notifications_};
-    InlineQueue saves_;
-    ReviewLog log_{"/library/Reviews", services_, saves_};
-    JournalStore library_{LibraryFolders{"/library"}, services_, saves_, StoreAccess::readWrite};
-    FlashcardStore store_{"/library/flashcards.json", services_, saves_, log_, StoreAccess::readOnly};
+    JournalStore library_{LibraryFolders{"/library"}, services_, queue_, StoreAccess::readWrite};
+    FlashcardStore store_{"/library/flashcards.json", services_, queue_, log_, StoreAccess::readOnly};
     PageId page_;
 };
 
