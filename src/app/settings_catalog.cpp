@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <numeric>
 
@@ -96,14 +95,6 @@ std::optional<bool> parseSwitch(std::string_view text) {
         if (word == no) return false;
     }
     return std::nullopt;
-}
-
-template <class Number>
-std::optional<Number> parseNumber(std::string_view text) {
-    Number number{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
-    return number;
 }
 
 std::string whatIsExpected(const SettingEntry& entry) {

@@ -66,6 +66,17 @@ void JsonMismatch::insideElement(std::size_t index) {
     error_.path = fmt::format("[{}]{}{}", index, needsDot ? "." : "", error_.path);
 }
 
+JsonKind JsonValue::kind() const {
+    switch (elementOf(document_, position_).type()) {
+        case element_type::NULL_VALUE: return JsonKind::null;
+        case element_type::BOOL: return JsonKind::boolean;
+        case element_type::STRING: return JsonKind::string;
+        case element_type::ARRAY: return JsonKind::array;
+        case element_type::OBJECT: return JsonKind::object;
+        default: return JsonKind::number;
+    }
+}
+
 bool JsonValue::isNull() const { return elementOf(document_, position_).is_null(); }
 
 bool JsonValue::isNumber() const { return elementOf(document_, position_).is_number(); }
@@ -134,6 +145,45 @@ void JsonValue::forEachMember(FunctionRef<void(std::string_view, JsonValue)> vis
     } catch (JsonMismatch& mismatch) {
         mismatch.insideKey(current);
         throw;
+    }
+}
+
+std::optional<JsonValue> JsonValue::member(std::string_view key) const {
+    simdjson::dom::object object;
+    element found;
+    if (elementOf(document_, position_).get(object) != simdjson::SUCCESS) return std::nullopt;
+    if (object.at_key(key).get(found) != simdjson::SUCCESS) return std::nullopt;
+    const Words words = wordsOf(found);
+    return JsonValue(words.document, words.position);
+}
+
+std::optional<JsonValue> JsonValue::firstElement() const {
+    simdjson::dom::array array;
+    if (elementOf(document_, position_).get(array) != simdjson::SUCCESS) return std::nullopt;
+    if (array.begin() == array.end()) return std::nullopt;
+    const Words words = wordsOf(*array.begin());
+    return JsonValue(words.document, words.position);
+}
+
+void writeValue(JsonWriter& writer, JsonValue value) {
+    switch (value.kind()) {
+        case JsonKind::null: return writer.null();
+        case JsonKind::boolean: return writer.boolean(value.asBool());
+        case JsonKind::string: return writer.string(value.asString());
+        case JsonKind::number:
+            if (const auto whole = wholeNumber(value.asNumber())) return writer.integer(value.asInteger());
+            return writer.number(value.asNumber());
+        case JsonKind::array:
+            writer.beginArray();
+            value.forEachElement([&](JsonValue element) { writeValue(writer, element); });
+            return writer.endArray();
+        case JsonKind::object:
+            writer.beginObject();
+            value.forEachMember([&](std::string_view key, JsonValue member) {
+                writer.key(key);
+                writeValue(writer, member);
+            });
+            return writer.endObject();
     }
 }
 

@@ -4,6 +4,7 @@
 #include <exception>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -44,9 +45,12 @@ private:
     DecodingError error_;
 };
 
+enum class JsonKind { null, boolean, number, string, array, object };
+
 /// A value inside a JsonDocument, valid for as long as the document. Every `as…` throws JsonMismatch on another type.
 class JsonValue {
 public:
+    [[nodiscard]] JsonKind kind() const;
     [[nodiscard]] bool isNull() const;
     [[nodiscard]] bool isNumber() const;
     [[nodiscard]] bool asBool() const;
@@ -62,6 +66,11 @@ public:
     /// Calls `visit` with each key and value, in the document's order; a JsonMismatch thrown by it learns its key.
     void forEachMember(FunctionRef<void(std::string_view, JsonValue)> visit) const;
 
+    /// The first member of this name; absent when there is none, or this is no object.
+    [[nodiscard]] std::optional<JsonValue> member(std::string_view key) const;
+    /// The first element of an array; absent when there is none, or this is no array.
+    [[nodiscard]] std::optional<JsonValue> firstElement() const;
+
     /// Throws when an object inside this value, at any depth, has a key twice.
     void requireUniqueKeys() const;
 
@@ -72,6 +81,9 @@ private:
     const void* document_;
     std::size_t position_;
 };
+
+/// Writes a value that was read, as it was read. A number that is no 64-bit integer goes through a double.
+void writeValue(JsonWriter& writer, JsonValue value);
 
 /// A parsed and fully validated JSON text: UTF-8, grammar, numbers, depth, nothing but white space at the end.
 /// A byte-order mark is skipped.

@@ -142,6 +142,12 @@ void JsonWriter::date(Date value) {
     number(value.seconds);
 }
 
+void JsonWriter::raw(std::string_view json) {
+    beforeValue();
+    text_ += json;
+    needsComma_ = true;
+}
+
 void JsonWriter::quoted(std::string_view value) {
     constexpr std::string_view kHex = "0123456789abcdef";
     text_ += '"';

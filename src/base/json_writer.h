@@ -55,6 +55,9 @@ public:
     /// one odd date must not keep a library from being exported.
     void date(Date value);
 
+    /// One value that is JSON already.
+    void raw(std::string_view json);
+
     /// The document, or why it could not be written. The writer is empty afterwards.
     [[nodiscard]] std::expected<std::string, std::string> finish();
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <charconv>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +27,15 @@ namespace tessary {
 [[nodiscard]] std::string replacedAll(std::string_view text, std::string_view from, std::string_view to);
 
 [[nodiscard]] std::string joined(const std::vector<std::string>& pieces, std::string_view separator);
+
+/// The number that the whole of `text` is, as `std::from_chars` reads it.
+template <class Number>
+[[nodiscard]] std::optional<Number> parseNumber(std::string_view text) {
+    Number number{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
+    return number;
+}
 
 /// Well-formed UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.
 [[nodiscard]] bool isValidUtf8(std::string_view text);

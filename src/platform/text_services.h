@@ -17,6 +17,8 @@ public:
     /// The first `count` user-perceived characters, or all there are. A view into `text`.
     [[nodiscard]] virtual std::string_view prefix(std::string_view text, std::size_t count) const = 0;
     [[nodiscard]] virtual bool isLetter(char32_t codePoint) const = 0;
+    /// Of the general category Ll.
+    [[nodiscard]] virtual bool isLowercaseLetter(char32_t codePoint) const = 0;
     /// A decimal digit of any script.
     [[nodiscard]] virtual bool isDigit(char32_t codePoint) const = 0;
     /// Terminal columns a code point fills: 0, 1 or 2.

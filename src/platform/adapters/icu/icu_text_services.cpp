@@ -138,6 +138,10 @@ std::string_view IcuTextServices::prefix(std::string_view text, std::size_t coun
 
 bool IcuTextServices::isLetter(char32_t codePoint) const { return u_isalpha(static_cast<UChar32>(codePoint)); }
 
+bool IcuTextServices::isLowercaseLetter(char32_t codePoint) const {
+    return u_charType(static_cast<UChar32>(codePoint)) == U_LOWERCASE_LETTER;
+}
+
 bool IcuTextServices::isDigit(char32_t codePoint) const { return u_isdigit(static_cast<UChar32>(codePoint)); }
 
 int IcuTextServices::columns(char32_t codePoint) const {

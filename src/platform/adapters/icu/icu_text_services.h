@@ -12,6 +12,7 @@ public:
     [[nodiscard]] std::size_t characterCount(std::string_view text) const override;
     [[nodiscard]] std::string_view prefix(std::string_view text, std::size_t count) const override;
     [[nodiscard]] bool isLetter(char32_t codePoint) const override;
+    [[nodiscard]] bool isLowercaseLetter(char32_t codePoint) const override;
     [[nodiscard]] bool isDigit(char32_t codePoint) const override;
     [[nodiscard]] int columns(char32_t codePoint) const override;
 };

@@ -1,0 +1,103 @@
+#include "ai/flashcard_generator.h"
+
+#include <utility>
+
+namespace tessary {
+/// Brings what happens on the run's thread to the main thread.
+class FlashcardGenerator::Reporter final : public GenerationListener {
+public:
+    Reporter(FlashcardGenerator& generator, const Job::Post& post) : generator_(generator), post_(post) {}
+
+    void progressed(const GenerationProgress& progress) override {
+        post_([this_ = &generator_, progress] {
+            this_->state_.progress = progress;
+            this_->changed.emit(this_->state_);
+        });
+    }
+    void wrote(std::vector<GeneratedCard> cards) override {
+        post_([this_ = &generator_, cards = std::move(cards)]() mutable { this_->store(std::move(cards)); });
+    }
+    void summarised(Summary summary) override {
+        post_([this_ = &generator_, summary = std::move(summary)] { this_->store(summary); });
+    }
+
+private:
+    FlashcardGenerator& generator_;
+    const Job::Post& post_;
+};
+
+std::expected<void, std::string> FlashcardGenerator::start(const GenerationOptions& options) {
+    const JournalEntry* const page = services_.library.entries().find(page_);
+    if (isRunning()) return std::unexpected("Cards are being written for this page already.");
+    if (page == nullptr) return std::unexpected("This page no longer exists.");
+    const AISettings settings = readAISettings(services_.settings);
+    state_ = {.phase = Phase::running, .progress = {}, .text = {}, .cards = {}, .summaryPage = {}, .problems = {}};
+    job_ = std::make_unique<Job>(
+        services_.loop, [this, plan = planFor(*page, options, settings), settings, ports = services_.ports,
+                         makeProvider = services_.makeProvider](std::stop_token stop, const Job::Post& post) {
+            Reporter reporter(*this, post);
+            const auto maker = [&](std::stop_token token) { return makeProvider(settings, std::move(token)); };
+            GenerationOutcome outcome = runGeneration(plan, maker, ports, reporter, std::move(stop));
+            post([this, outcome = std::move(outcome)]() mutable { finish(std::move(outcome)); });
+        });
+    changed.emit(state_);
+    return {};
+}
+
+void FlashcardGenerator::cancel() {
+    if (job_) job_->cancel();
+}
+
+GenerationPlan FlashcardGenerator::planFor(const JournalEntry& page, const GenerationOptions& options,
+                                           const AISettings& settings) const {
+    const GenerationSettings defaults = readGenerationSettings(services_.settings);
+    GenerationPlan plan{.page = sourceOf(page, services_.library),
+                        .source = options.source,
+                        .request = options.request,
+                        .amount = options.amount,
+                        .cardsPerPage = defaults.cardsPerPage,
+                        .maxCards = defaults.maxCards,
+                        .makeSummary = options.makeSummary,
+                        .gentle = settings.gentleMode,
+                        .existingFronts = {}};
+    for (const auto& card : services_.cards.cards()) {
+        if (card.pageID == page_) plan.existingFronts.push_back(card.front);
+    }
+    return plan;
+}
+
+bool FlashcardGenerator::pageIsThere() {
+    if (services_.library.entries().find(page_) != nullptr) return true;
+    cancel();
+    return false;
+}
+
+void FlashcardGenerator::store(std::vector<GeneratedCard> cards) {
+    if (!pageIsThere()) return;
+    const std::vector<CardId> added = services_.cards.addCards(page_, std::move(cards), services_.clock.now());
+    state_.cards.insert(state_.cards.end(), added.begin(), added.end());
+    changed.emit(state_);
+}
+
+void FlashcardGenerator::store(const Summary& summary) {
+    if (!pageIsThere()) return;
+    JournalEntry page;
+    page.title = "Summary: " + services_.library.entries().find(page_)->title;
+    page.body = summaryPageBody(summary);
+    page.parentID = page_;
+    if (const auto added = services_.library.addPage(std::move(page))) state_.summaryPage = *added;
+    changed.emit(state_);
+}
+
+void FlashcardGenerator::finish(GenerationOutcome outcome) {
+    switch (outcome.end) {
+        case GenerationOutcome::End::done: state_.phase = Phase::done; break;
+        case GenerationOutcome::End::failed: state_.phase = Phase::failed; break;
+        case GenerationOutcome::End::cancelled: state_.phase = Phase::cancelled; break;
+    }
+    state_.text = std::move(outcome.text);
+    state_.problems = std::move(outcome.problems);
+    changed.emit(state_);
+}
+
+}  // namespace tessary

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ai/generation_run.h"
+#include "ai/job.h"
+#include "base/signal.h"
+#include "library/journal_store.h"
+#include "study/flashcard_store.h"
+
+namespace tessary {
+
+/// What the user asks for; what is left out is as the settings have it.
+struct GenerationOptions {
+    SourceChoice source = SourceChoice::whole;
+    CardRequest request;               ///< its count is passed over when there is an `amount`
+    std::optional<CardAmount> amount;
+    bool makeSummary = true;
+};
+
+/// The stores and ports that a generator works with. All of them outlive it.
+struct GeneratorServices {
+    JournalStore& library;
+    FlashcardStore& cards;
+    MainLoop& loop;
+    Clock& clock;
+    Settings& settings;
+    GenerationPorts ports;
+    /// The provider for settings as they were when the run was started.
+    std::function<AIResult<std::unique_ptr<AIProvider>>(const AISettings&, std::stop_token)> makeProvider;
+};
+
+/// Turns one page into cards, in the background: each batch goes into the page's deck as it comes, a summary becomes a
+/// subpage. Main thread only. Destroying it cancels the run; what is stored stays.
+class FlashcardGenerator {
+public:
+    enum class Phase { idle, running, done, failed, cancelled };
+
+    struct State {
+        Phase phase = Phase::idle;
+        GenerationProgress progress;        ///< while it runs
+        std::string text;                   ///< at the end, for the user
+        std::vector<CardId> cards;          ///< added so far
+        std::optional<PageId> summaryPage;
+        std::vector<std::string> problems;  ///< at the end: what went wrong on the way, for the user
+    };
+
+    FlashcardGenerator(PageId page, GeneratorServices services) : page_(page), services_(std::move(services)) {}
+    FlashcardGenerator(const FlashcardGenerator&) = delete;
+    FlashcardGenerator& operator=(const FlashcardGenerator&) = delete;
+
+    Signal<State> changed;
+
+    [[nodiscard]] const State& state() const { return state_; }
+    [[nodiscard]] bool isRunning() const { return state_.phase == Phase::running; }
+
+    /// Refused, with a sentence for the user, while it runs, and when the page is gone.
+    std::expected<void, std::string> start(const GenerationOptions& options);
+    /// The run ends soon after, and says so.
+    void cancel();
+
+private:
+    class Reporter;
+
+    [[nodiscard]] GenerationPlan planFor(const JournalEntry& page, const GenerationOptions& options,
+                                         const AISettings& settings) const;
+    void store(std::vector<GeneratedCard> cards);
+    void store(const Summary& summary);
+    void finish(GenerationOutcome outcome);
+    [[nodiscard]] bool pageIsThere();
+
+    PageId page_;
+    GeneratorServices services_;
+    State state_;
+    std::unique_ptr<Job> job_;
+};
+
+}  // namespace tessary
