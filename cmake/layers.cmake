@@ -2,6 +2,8 @@
 # instructions of one machine only.
 add_library(tessary_flags INTERFACE)
 target_compile_options(tessary_flags INTERFACE -ffp-contract=off)
+# A program loads only the libraries that it calls.
+target_link_options(tessary_flags INTERFACE -Wl,--as-needed)
 # Warnings are a matter of the compiler that builds the program; clang only builds the fuzzers.
 # g++ 12 sees an overlap in `"text" + std::string` that is none (GCC bug 105651).
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")

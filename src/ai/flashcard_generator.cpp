@@ -26,14 +26,28 @@ private:
     const Job::Post& post_;
 };
 
+GenerationOptions generationOptions(const Settings& settings) {
+    const GenerationSettings chosen = readGenerationSettings(settings);
+    GenerationOptions options{.settings = readAISettings(settings),
+                              .source = chosen.source,
+                              .request = {},
+                              .amount = chosen.amount,
+                              .cardsPerPage = chosen.cardsPerPage,
+                              .maxCards = chosen.maxCards,
+                              .makeSummary = chosen.makeSummary};
+    options.request.kinds = chosen.kinds;
+    options.request.difficulty = chosen.difficulty;
+    options.request.language = options.settings.language;
+    return options;
+}
+
 std::expected<void, std::string> FlashcardGenerator::start(const GenerationOptions& options) {
     const JournalEntry* const page = services_.library.entries().find(page_);
     if (isRunning()) return std::unexpected("Cards are being written for this page already.");
     if (page == nullptr) return std::unexpected("This page no longer exists.");
-    const AISettings settings = readAISettings(services_.settings);
     state_ = {.phase = Phase::running, .progress = {}, .text = {}, .cards = {}, .summaryPage = {}, .problems = {}};
     job_ = std::make_unique<Job>(
-        services_.loop, [this, plan = planFor(*page, options, settings), settings, ports = services_.ports,
+        services_.loop, [this, plan = planFor(*page, options), settings = options.settings, ports = services_.ports,
                          makeProvider = services_.makeProvider](std::stop_token stop, const Job::Post& post) {
             Reporter reporter(*this, post);
             const auto maker = [&](std::stop_token token) { return makeProvider(settings, std::move(token)); };
@@ -48,17 +62,15 @@ void FlashcardGenerator::cancel() {
     if (job_) job_->cancel();
 }
 
-GenerationPlan FlashcardGenerator::planFor(const JournalEntry& page, const GenerationOptions& options,
-                                           const AISettings& settings) const {
-    const GenerationSettings defaults = readGenerationSettings(services_.settings);
+GenerationPlan FlashcardGenerator::planFor(const JournalEntry& page, const GenerationOptions& options) const {
     GenerationPlan plan{.page = sourceOf(page, services_.library),
                         .source = options.source,
                         .request = options.request,
                         .amount = options.amount,
-                        .cardsPerPage = defaults.cardsPerPage,
-                        .maxCards = defaults.maxCards,
+                        .cardsPerPage = options.cardsPerPage,
+                        .maxCards = options.maxCards,
                         .makeSummary = options.makeSummary,
-                        .gentle = settings.gentleMode,
+                        .gentle = options.settings.gentleMode,
                         .existingFronts = {}};
     for (const auto& card : services_.cards.cards()) {
         if (card.pageID == page_) plan.existingFronts.push_back(card.front);

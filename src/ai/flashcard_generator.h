@@ -13,13 +13,19 @@
 
 namespace tessary {
 
-/// What the user asks for; what is left out is as the settings have it.
+/// What the user asks for.
 struct GenerationOptions {
+    AISettings settings;
     SourceChoice source = SourceChoice::whole;
     CardRequest request;               ///< its count is passed over when there is an `amount`
     std::optional<CardAmount> amount;
+    double cardsPerPage = 1.5;         ///< for `amount`
+    std::int64_t maxCards = 60;        ///< for `amount`
     bool makeSummary = true;
 };
+
+/// As the settings have it.
+[[nodiscard]] GenerationOptions generationOptions(const Settings& settings);
 
 /// The stores and ports that a generator works with. All of them outlive it.
 struct GeneratorServices {
@@ -27,9 +33,7 @@ struct GeneratorServices {
     FlashcardStore& cards;
     MainLoop& loop;
     Clock& clock;
-    Settings& settings;
     GenerationPorts ports;
-    /// The provider for settings as they were when the run was started.
     std::function<AIResult<std::unique_ptr<AIProvider>>(const AISettings&, std::stop_token)> makeProvider;
 };
 
@@ -65,8 +69,7 @@ public:
 private:
     class Reporter;
 
-    [[nodiscard]] GenerationPlan planFor(const JournalEntry& page, const GenerationOptions& options,
-                                         const AISettings& settings) const;
+    [[nodiscard]] GenerationPlan planFor(const JournalEntry& page, const GenerationOptions& options) const;
     void store(std::vector<GeneratedCard> cards);
     void store(const Summary& summary);
     void finish(GenerationOutcome outcome);

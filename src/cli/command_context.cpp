@@ -30,6 +30,17 @@ Workspace& CommandContext::open(WorkspaceUse use) {
     return *workspace_;
 }
 
+AISystem& CommandContext::ai() {
+    if (!ai_) {
+        ai_ = std::make_unique<AISystem>(AISystem::Shared{.files = system_->files,
+                                                          .ids = system_->ids,
+                                                          .console = system_->console,
+                                                          .text = system_->text},
+                                         environment_);
+    }
+    return *ai_;
+}
+
 void CommandContext::finish() {
     if (!workspace_) return;
     const std::expected<void, std::string> closed = workspace_->close();

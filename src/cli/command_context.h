@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "app/ai_system.h"
 #include "app/system_ports.h"
 #include "base/json_record.h"
 
@@ -57,6 +58,8 @@ public:
     [[nodiscard]] const Environment& environment() const { return environment_; }
     [[nodiscard]] const AppPaths& paths() const { return paths_; }
     [[nodiscard]] SystemPorts& system() { return *system_; }
+    /// Made on the first demand.
+    [[nodiscard]] AISystem& ai();
     [[nodiscard]] Date now() const { return system_->clock.now(); }
 
     /// Opens the library, or gives the one that is open. What could not be read of it goes to the error stream.
@@ -100,6 +103,7 @@ private:
     Environment environment_;
     AppPaths paths_;
     std::unique_ptr<SystemPorts> system_;
+    std::unique_ptr<AISystem> ai_;
     std::unique_ptr<Workspace> workspace_;
     std::ostringstream answer_;
     bool failed_ = false;

@@ -22,6 +22,9 @@ void addCardCommands(CLI::App& program, Action& chosen);
 void addDeckCommands(CLI::App& cards, Action& chosen);
 void addReviewCommand(CLI::App& program, Action& chosen);
 void addSettingsCommands(CLI::App& program, Action& chosen);
+void addAICommands(CLI::App& program, Action& chosen);
+void addGenerateCommand(CLI::App& program, Action& chosen);
+void addGradeCommand(CLI::App& program, Action& chosen);
 void addVerifyCommand(CLI::App& program, Action& chosen);
 
 /// Stands before an argument in square brackets, which the parser would take for a list of its own.

@@ -1,6 +1,7 @@
 #include "cli/identifiers.h"
 #include "cli/interrupts.h"
 #include "cli/page_commands.h"
+#include "cli/progress_line.h"
 #include "library/note_import.h"
 
 namespace tessary {
@@ -11,32 +12,6 @@ struct ImportArgs {
     std::string notebook;
 };
 
-/// One line that is written over on a terminal; a line now and then elsewhere.
-class ProgressLine {
-public:
-    explicit ProgressLine(const ProgramStreams& streams) : streams_(streams) {}
-
-    void show(const NoteImportProgress& progress) {
-        if (streams_.errIsTerminal) {
-            constexpr std::size_t kBarColumns = 30;
-            const std::size_t filled = progress.total == 0 ? 0 : kBarColumns * progress.done / progress.total;
-            streams_.err << "\r[" << std::string(filled, '#') << std::string(kBarColumns - filled, '.') << "] "
-                         << progress.done << " of " << progress.total << std::flush;
-            shown_ = true;
-        } else if (progress.done > 0 && (progress.done % kEvery == 0 || progress.done == progress.total)) {
-            streams_.err << "Read " << progress.done << " of " << progress.total << " files\n";
-        }
-    }
-    ~ProgressLine() {
-        if (shown_) streams_.err << "\r\x1b[K" << std::flush;
-    }
-
-private:
-    static constexpr std::size_t kEvery = 500;  ///< files
-    const ProgramStreams& streams_;
-    bool shown_ = false;
-};
-
 NoteImportReport runImport(CommandContext& context, Workspace& workspace, const ImportArgs& args) {
     const Interrupts interrupts;
     std::stop_source stop;
@@ -44,7 +19,9 @@ NoteImportReport runImport(CommandContext& context, Workspace& workspace, const 
     NoteImportOptions options{.notebook = {}, .progress = {}, .stop = stop.get_token()};
     options.progress = [&](const NoteImportProgress& progress) {
         if (interrupts.raised()) stop.request_stop();
-        line.show(progress);
+        if (progress.total == 0) return;
+        line.show(static_cast<double>(progress.done) / static_cast<double>(progress.total),
+                  fmt::format("{} of {} files", progress.done, progress.total), ProgressLine::Weight::detail);
     };
     if (!args.notebook.empty()) options.notebook = findNotebook(workspace.library(), args.notebook).id;
     const std::vector<std::filesystem::path> paths(args.paths.begin(), args.paths.end());

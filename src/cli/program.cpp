@@ -36,7 +36,10 @@ void declareCommands(CLI::App& program, Action& chosen) {
     addTrashCommands(program, chosen);
     addExchangeCommands(program, chosen);
     addCardCommands(program, chosen);
+    addGenerateCommand(program, chosen);
+    addGradeCommand(program, chosen);
     addReviewCommand(program, chosen);
+    addAICommands(program, chosen);
     addSettingsCommands(program, chosen);
     addVerifyCommand(program, chosen);
     program.require_subcommand(1);

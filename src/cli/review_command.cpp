@@ -1,8 +1,10 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include "ai/grade_job.h"
 #include "app/welcome.h"
 #include "cli/commands.h"
+#include "cli/grading.h"
 #include "cli/identifiers.h"
 #include "cli/review_dialog.h"
 
@@ -57,6 +59,15 @@ std::string_view whyNothing(Workspace& workspace) {
     return "Nothing is due now.";
 }
 
+/// The AI, when the user wants it to check typed answers.
+JudgeAnswer judgeFor(CommandContext& context, const Interrupts& interrupts) {
+    if (!context.system().settings.boolean("flashcards.aiGrading").value_or(false)) return {};
+    return [&context, &interrupts](const CardContent& card, const std::string& answer) {
+        const AISettings settings = readAISettings(context.system().settings);
+        return gradeInBackground(context, interrupts, settings, gradeRequestFor(card, answer, settings.language));
+    };
+}
+
 void review(CommandContext& context, const ReviewArgs& args) {
     Workspace& workspace = context.open(WorkspaceUse::change);
     ReviewScope scope;
@@ -76,8 +87,8 @@ void review(CommandContext& context, const ReviewArgs& args) {
     if (session.current() == nullptr) {
         screen.notice(whyNothing(workspace));
     } else {
-        ReviewDialog(session, workspace, system, screen, keyboard, args.type ? AnswerMode::type : AnswerMode::flip)
-            .run();
+        const AnswerMode mode = args.type ? AnswerMode::type : AnswerMode::flip;
+        ReviewDialog(session, workspace, system, screen, keyboard, mode, judgeFor(context, interrupts)).run();
     }
     const ReviewSession::Summary summary = session.summary(context.now());
     if (context.json()) {

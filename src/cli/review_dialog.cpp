@@ -139,11 +139,25 @@ ReviewDialog::Next ReviewDialog::typedAnswer(const Flashcard& card, Rating& sugg
         if (escaped) return askToFlip(card.id);
         typed.push_back(*line);
     }
-    const AnswerGrade grade = content.kind == FlashcardKind::cloze ? checkBlanks(content, typed, system_.text)
-                                                                   : checkAnswer(content, typed.front(), system_.text);
-    screen_.grade(grade);
-    suggested = suggestedFor(grade.verdict);
+    if (const std::optional<AnswerGrade> grade = judged(content, typed)) {
+        screen_.grade(*grade);
+        suggested = suggestedFor(grade->verdict);
+    }
     return Next::reveal;
+}
+
+std::optional<AnswerGrade> ReviewDialog::judged(const CardContent& card, const std::vector<std::string>& typed) {
+    // The options of a multiple choice leave nothing to judge.
+    if (!judge_ || card.kind == FlashcardKind::multipleChoice) {
+        return card.kind == FlashcardKind::cloze ? checkBlanks(card, typed, system_.text)
+                                                 : checkAnswer(card, typed.front(), system_.text);
+    }
+    screen_.notice("Checking your answer…");
+    const AIResult<AnswerGrade> grade = judge_(card, joined(typed, kClozeTermSeparator));
+    if (grade) return *grade;
+    screen_.notice(grade.error().text());
+    screen_.notice("Couldn't check automatically. Compare with the answer:");
+    return std::nullopt;
 }
 
 void ReviewDialog::edit(CardId card) {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 
+#include "ai/ai_error.h"
 #include "app/system_ports.h"
 #include "cli/review_screen.h"
 
@@ -9,18 +11,22 @@ namespace tessary {
 
 enum class AnswerMode { flip, type };
 
+/// Has a typed answer judged by the AI; blocks. Empty when answers are compared here.
+using JudgeAnswer = std::function<AIResult<AnswerGrade>(const CardContent& card, const std::string& answer)>;
+
 /// Leads through a review session by keys. Ends with the session, at the end of input, and on a signal to end.
 class ReviewDialog {
 public:
     /// All arguments outlive the dialog.
     ReviewDialog(ReviewSession& session, Workspace& workspace, SystemPorts& system, ReviewScreen& screen,
-                 Keyboard& keyboard, AnswerMode mode)
+                 Keyboard& keyboard, AnswerMode mode, JudgeAnswer judge = {})
         : session_(session),
           workspace_(workspace),
           system_(system),
           screen_(screen),
           keyboard_(keyboard),
-          mode_(mode) {}
+          mode_(mode),
+          judge_(std::move(judge)) {}
 
     void run();
 
@@ -35,6 +41,8 @@ private:
     /// The keys that work on both sides of a card.
     Next commonKey(const Key& key, CardId card);
     Next typedAnswer(const Flashcard& card, Rating& suggested);
+    /// Absent when the AI was asked and could not judge.
+    [[nodiscard]] std::optional<AnswerGrade> judged(const CardContent& card, const std::vector<std::string>& typed);
     void rate(Rating rating, double startedAt);
     void edit(CardId card);
     [[nodiscard]] bool offerUndoAtTheEnd();
@@ -46,6 +54,7 @@ private:
     ReviewScreen& screen_;
     Keyboard& keyboard_;
     AnswerMode mode_;
+    JudgeAnswer judge_;
 };
 
 }  // namespace tessary
