@@ -8,10 +8,11 @@
 namespace tessary {
 namespace {
 
+/// Each mark is a paragraph: what was marked apart does not belong together.
 std::string markupText(PdfDocument& document, int page) {
-    std::vector<std::string> lines;
-    for (const PdfMarkup& markup : document.pageMarkup(page)) lines.push_back(markup.text);
-    return joined(lines, "\n");
+    std::vector<std::string> marks;
+    for (const PdfMarkup& markup : document.pageMarkup(page)) marks.push_back(markup.text);
+    return joined(marks, "\n\n");
 }
 
 /// The PDFs of a page, opened.

@@ -21,9 +21,9 @@ enum class SourceChoice {
 
 /// A page as far as it can be read, taken from the library so that another thread can read it.
 struct PageSource {
-    std::string body;                         ///< plain text
-    bool hasMore = false;                     ///< it has content that is no plain text
-    std::vector<std::filesystem::path> pdfs;  ///< the one it shows first
+    std::string body = {};                         ///< plain text
+    bool hasMore = false;                          ///< it has content that is no plain text
+    std::vector<std::filesystem::path> pdfs = {};  ///< the one it shows first
 };
 
 /// Main thread only.

@@ -42,9 +42,9 @@ std::optional<std::string> whyUnreadable(const fs::path& file, PdfReader& pdfs, 
     const auto document = pdfs.open(file);
     if (!document) {
         switch (document.error()) {
-            case PdfProblem::encrypted: return "it needs a password";
-            case PdfProblem::damaged: return "it is damaged";
-            case PdfProblem::missing: return "it can't be opened";
+            case PdfProblem::encrypted: return "It needs a password.";
+            case PdfProblem::damaged: return "It is damaged.";
+            case PdfProblem::missing: return "It can't be opened.";
         }
     }
     ProgressLine line(streams);
@@ -54,7 +54,7 @@ std::optional<std::string> whyUnreadable(const fs::path& file, PdfReader& pdfs, 
         line.show(static_cast<double>(page) / pages, fmt::format("Reading page {} of {}", page + 1, pages),
                   ProgressLine::Weight::detail);
     }
-    return interrupts.raised() ? std::nullopt : std::optional<std::string>("its pages are pictures without a text layer");
+    return interrupts.raised() ? std::nullopt : std::optional<std::string>("Its pages are pictures without a text layer.");
 }
 
 void attachPdfs(CommandContext& context, const AttachArgs& args) {
@@ -70,7 +70,7 @@ void attachPdfs(CommandContext& context, const AttachArgs& args) {
         const std::vector<std::string> present = pdfsOf(page);
         if (std::ranges::find(present, name) == present.end()) page.pdfAttachments.push_back(name);
         if (problem) {
-            context.err() << "Couldn't read any text in this PDF. " << nameOf(file) << ": " << *problem << ".\n";
+            context.err() << nameOf(file) << ": Couldn't read any text in this PDF. " << *problem << '\n';
         }
     }
     const PageId id = page.id;

@@ -25,7 +25,7 @@ TEST_F(ProgramTest, WrongUsageAndFailuresAreToldApart) {
         {{"pages", "show", "00000000-0000-4000-8000-000000000000"}, 1, "There is no page"},
         {{"pages", "show", ""}, 1, "There is no page"},
         {{"pages", "edit", page}, 2, "Nothing was given"},
-        {{"pages", "add", "--title", "A", "--parent", "none"}, 1, "There is no page \"none\""},
+        {{"pages", "add", "--title", "A", "--parent", "gone"}, 1, "There is no page \"gone\""},
         {{"pages", "add", "--title", "A", "--body-file", "/nowhere/x.md"}, 1, "/nowhere/x.md"},
         {{"pages", "edit", page, "--parent", page}, 1, ""},
         {{"pages", "import", "/nowhere"}, 1, "/nowhere"},

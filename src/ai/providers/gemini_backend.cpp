@@ -71,12 +71,12 @@ std::string answerIn(JsonValue candidate) {
     return answer;
 }
 
-AIResult<std::string> decode(const std::string& body) {
+AIResult<std::string> decode(const std::string& body, const HttpPeer& peer) {
     try {
         const JsonDocument document(body);
         const JsonValue root = document.root();
         if (const std::optional<JsonValue> feedback = root.member("promptFeedback")) {
-            const std::string reason = textIn(*feedback, {"blockReason"});
+            const std::string reason = shownText(textIn(*feedback, {"blockReason"}), peer);
             if (!reason.empty()) {
                 return std::unexpected(AIError::unavailable("Gemini blocked the request (" + reason + ")"));
             }
@@ -114,7 +114,7 @@ AIResult<std::string> GeminiBackend::completeJSON(const JSONJob& job, std::stop_
                   .timeout = kCloudTimeout},
                  stop);
     if (!body) return std::unexpected(std::move(body.error()));
-    return decode(*body);
+    return decode(*body, peer);
 }
 
 }  // namespace tessary

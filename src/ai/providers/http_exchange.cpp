@@ -77,8 +77,7 @@ std::optional<AIError> statusError(const HttpReply& reply, const HttpPeer& peer)
         error.retryAfter = retryDelayIn(reply.body);
         return error;
     }
-    return AIError::badResponse("HTTP " + std::to_string(reply.status) + ": " +
-                                shortened(withoutKey(messageIn(reply.body), peer)));
+    return AIError::badResponse("HTTP " + std::to_string(reply.status) + ": " + shownText(messageIn(reply.body), peer));
 }
 
 }  // namespace
@@ -92,6 +91,8 @@ AIResult<std::string> exchange(HttpClient& http, const HttpPeer& peer, HttpReque
     if (std::optional<AIError> error = statusError(*reply, peer)) return std::unexpected(*std::move(error));
     return std::move(reply->body);
 }
+
+std::string shownText(std::string text, const HttpPeer& peer) { return shortened(withoutKey(std::move(text), peer)); }
 
 std::string baseAddress(std::string_view address) {
     address = trimmed(address);

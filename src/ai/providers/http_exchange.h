@@ -24,6 +24,9 @@ inline constexpr double kCloudTimeout = 120;
 [[nodiscard]] AIResult<std::string> exchange(HttpClient& http, const HttpPeer& peer, HttpRequest request,
                                              std::stop_token stop);
 
+/// What a server says, as it can be shown: one short line without the key.
+[[nodiscard]] std::string shownText(std::string text, const HttpPeer& peer);
+
 /// An address without white space around it and slashes at its end.
 [[nodiscard]] std::string baseAddress(std::string_view address);
 

@@ -4,9 +4,11 @@
 #include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
+#include <unicode/utf8.h>
 #include <unicode/utext.h>
 
 #include <algorithm>
+#include <bitset>
 #include <cstdint>
 #include <limits>
 #include <memory>
@@ -60,15 +62,82 @@ struct Extent {
     std::size_t bytes = 0;
 };
 
-/// The leading ASCII characters, `limit` at most, that nothing behind them can extend.
-Extent asciiExtent(std::string_view text, std::size_t limit) {
+/// Between two plain code points there is always a boundary (UAX #29, table 1b and rules GB3 to GB999): what joins
+/// characters, marks, joiners, jamo, flags and prepended signs, is not plain. A carriage return is only looked at with
+/// what follows it.
+class PlainPoints {
+public:
+    PlainPoints() {
+        for (UChar32 point = 0; point < kEnd; ++point) {
+            switch (u_getIntPropertyValue(point, UCHAR_GRAPHEME_CLUSTER_BREAK)) {
+                case U_GCB_OTHER:
+                case U_GCB_CONTROL:
+                case U_GCB_LF:
+                case U_GCB_LV:
+                case U_GCB_LVT: plain_.set(static_cast<std::size_t>(point)); break;
+                default: break;
+            }
+        }
+    }
+
+    [[nodiscard]] bool contain(UChar32 point) const {
+        return point >= 0 && point < kEnd && plain_[static_cast<std::size_t>(point)];
+    }
+
+private:
+    static constexpr UChar32 kEnd = 0x10000;
+    std::bitset<kEnd> plain_;
+};
+
+bool isPlain(UChar32 point) {
+    static const PlainPoints points;
+    return points.contain(point);
+}
+
+struct PointAt {
+    UChar32 point = U_SENTINEL;  ///< negative at the end, and where the text is malformed
+    std::size_t end = 0;         ///< bytes
+};
+
+PointAt pointAt(std::string_view text, std::size_t begin) {
+    if (begin >= text.size()) return {.end = begin};
+    if (isAscii(text[begin])) return {.point = text[begin], .end = begin + 1};
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    std::size_t at = begin;
+    UChar32 point = U_SENTINEL;
+    U8_NEXT(bytes, at, text.size(), point);
+    return {.point = point, .end = at};
+}
+
+/// The leading plain characters, `limit` at most, that nothing behind them can extend.
+Extent plainExtent(std::string_view text, std::size_t limit) {
     Extent extent;
-    while (extent.characters < limit && extent.bytes < text.size()) {
-        const std::size_t end = extent.bytes + (text.substr(extent.bytes, 2) == "\r\n" ? 2 : 1);
-        if (!isAscii(text[extent.bytes]) || (end < text.size() && !isAscii(text[end]))) break;
-        extent = {extent.characters + 1, end};
+    PointAt next = pointAt(text, 0);
+    while (extent.characters < limit && next.end > extent.bytes) {
+        PointAt behind = pointAt(text, next.end);
+        if (next.point == '\r' && behind.point == '\n') {
+            next = behind;
+            behind = pointAt(text, next.end);
+        } else if (next.point != '\r' && !isPlain(next.point)) {
+            break;
+        }
+        const bool isLast = next.end == text.size();
+        if (!isLast && behind.point != '\r' && !isPlain(behind.point)) break;
+        extent = {.characters = extent.characters + 1, .bytes = next.end};
+        next = behind;
     }
     return extent;
+}
+
+/// Where two plain code points meet for the first time: up to there a text has to be looked at as a whole.
+std::size_t joinedPartEnd(std::string_view text) {
+    PointAt last = pointAt(text, 0);
+    while (last.end < text.size()) {
+        const PointAt next = pointAt(text, last.end);
+        if (isPlain(last.point) && isPlain(next.point)) return last.end;
+        last = next;
+    }
+    return text.size();
 }
 
 icu::BreakIterator& characterBreaks() {
@@ -99,12 +168,18 @@ Extent unicodeExtent(std::string_view text, std::size_t limit) {
 }
 
 Extent extentOf(std::string_view text, std::size_t limit) {
-    const Extent head = asciiExtent(text, limit);
-    if (head.characters == limit || head.bytes == text.size()) return head;
-    const std::string_view rest = text.substr(head.bytes);
-    requireLength(rest);
-    const Extent tail = unicodeExtent(rest, limit - head.characters);
-    return {head.characters + tail.characters, head.bytes + tail.bytes};
+    Extent extent;
+    while (extent.characters < limit && extent.bytes < text.size()) {
+        const std::string_view rest = text.substr(extent.bytes);
+        Extent part = plainExtent(rest, limit - extent.characters);
+        if (part.bytes == 0) {
+            const std::string_view joinedPart = rest.substr(0, joinedPartEnd(rest));
+            requireLength(joinedPart);
+            part = unicodeExtent(joinedPart, limit - extent.characters);
+        }
+        extent = {.characters = extent.characters + part.characters, .bytes = extent.bytes + part.bytes};
+    }
+    return extent;
 }
 
 bool isInvisible(UChar32 point) {
