@@ -26,7 +26,8 @@ AIError AIError::cancelled() { return {.kind = Kind::cancelled}; }
 std::string AIError::text() const {
     switch (kind) {
         case Kind::unavailable: return detail;
-        case Kind::missingKey: return "Add your " + std::string(labelOf(provider)) + " API key in Settings → Flashcards";
+        case Kind::missingKey:
+            return "Add your " + std::string(labelOf(provider)) + " API key in Settings → Flashcards";
         case Kind::network: return "Couldn't reach the AI: " + detail;
         case Kind::badResponse: return "The AI answered something unexpected: " + detail;
         case Kind::cancelled: break;

@@ -18,7 +18,8 @@ constexpr Texts textsOf(AIProviderKind kind) {
             return {"Google Gemini", "Free · Recommended",
                     "Free with a Google account. Runs in Google's cloud, so your Mac stays cool."};
         case AIProviderKind::codex:
-            return {"ChatGPT (Codex)", "Free with ChatGPT", "Uses your ChatGPT plan through the Codex app. No API key."};
+            return {"ChatGPT (Codex)", "Free with ChatGPT",
+                    "Uses your ChatGPT plan through the Codex app. No API key."};
         case AIProviderKind::claude: return {"Claude", "", ""};
         case AIProviderKind::openai: return {"OpenAI", "", ""};
         case AIProviderKind::ollama: return {"Ollama", "", "Local models you run yourself."};

@@ -22,11 +22,10 @@ AIResult<AnswerGrade> gradeNow(const AnswerGrader::MakeProvider& makeProvider, c
 }  // namespace
 
 void AnswerGrader::grade(const AISettings& settings, GradeRequest request, Done done) {
-    job_ = std::make_unique<Job>(
-        loop_, [settings, request = std::move(request), done = std::move(done), makeProvider = makeProvider_](
-                   std::stop_token stop, const Job::Post& post) {
-            post([done, result = gradeNow(makeProvider, settings, request, stop)] { done(result); });
-        });
+    job_ = std::make_unique<Job>(loop_, [settings, request = std::move(request), done = std::move(done),
+                                         makeProvider = makeProvider_](std::stop_token stop, const Job::Post& post) {
+        post([done, result = gradeNow(makeProvider, settings, request, stop)] { done(result); });
+    });
 }
 
 void AnswerGrader::cancel() {

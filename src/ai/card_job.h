@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
-#include "ai/providers/ai_json_backend.h"
 #include "ai/card_request.h"
+#include "ai/providers/ai_json_backend.h"
 #include "platform/text_services.h"
 
 namespace tessary {

@@ -70,8 +70,8 @@ std::string systemPrompt(const CardRequest& request) {
     prompt += kindLines(request);
     prompt += kPrinciples;
     if (request.focus) {
-        prompt += "\nThe student asked to focus on: " + *request.focus +
-                  ". Prioritise that and skip unrelated material.";
+        prompt +=
+            "\nThe student asked to focus on: " + *request.focus + ". Prioritise that and skip unrelated material.";
     }
     return prompt;
 }

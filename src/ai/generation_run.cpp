@@ -43,7 +43,8 @@ public:
         if (added_ == 0) return failed(lastError_.value_or(AIError::unavailable("The AI couldn't write any cards.")));
         if (plan_.makeSummary) writeSummary(*source);
         if (stop_.stop_requested()) return failed(AIError::cancelled());
-        const std::string text = summaryFailed_ ? "Cards ready — the summary couldn't be written" : cardsAddedText(added_);
+        const std::string text =
+            summaryFailed_ ? "Cards ready — the summary couldn't be written" : cardsAddedText(added_);
         return {.end = End::done, .text = text, .cardsAdded = added_, .problems = std::move(problems_)};
     }
 
@@ -191,7 +192,8 @@ GenerationOutcome runGeneration(const GenerationPlan& plan, const ProviderMaker&
         return Run(plan, ports, listener, std::move(stop)).run(makeProvider);
     } catch (const std::exception& failure) {
         ports.console.print(std::string("Notara: generation failed — ") + failure.what());
-        return {.end = End::failed, .text = "Something went wrong while writing cards.", .cardsAdded = 0, .problems = {}};
+        return {
+            .end = End::failed, .text = "Something went wrong while writing cards.", .cardsAdded = 0, .problems = {}};
     }
 }
 

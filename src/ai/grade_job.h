@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "ai/providers/ai_json_backend.h"
 #include "ai/ai_provider.h"
+#include "ai/providers/ai_json_backend.h"
 
 namespace tessary {
 

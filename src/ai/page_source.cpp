@@ -49,9 +49,7 @@ private:
     int pages_ = 0;
 };
 
-AIError noMarksError() {
-    return AIError::unavailable("This PDF has no highlights, underlines or post-its yet.");
-}
+AIError noMarksError() { return AIError::unavailable("This PDF has no highlights, underlines or post-its yet."); }
 
 AIError unreadablePdfError() { return AIError::unavailable("Couldn't read any text in this PDF."); }
 

@@ -63,9 +63,8 @@ public:
     CutFinder(std::string_view window, char behind) : window_(window), behind_(behind), markers_(markersIn(window)) {}
 
     [[nodiscard]] std::size_t find() const {
-        const auto paragraph = last([&](std::size_t at) {
-            return at + 1 < window_.size() && window_[at] == '\n' && window_[at + 1] == '\n';
-        });
+        const auto paragraph = last(
+            [&](std::size_t at) { return at + 1 < window_.size() && window_[at] == '\n' && window_[at + 1] == '\n'; });
         if (paragraph) return *paragraph;
         const auto sentence = last([&](std::size_t at) {
             const std::string_view before = window_.substr(0, at);

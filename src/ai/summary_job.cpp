@@ -35,11 +35,7 @@ JSONJob summaryJob(std::string_view source, std::string_view language) {
         std::string(languagePhrase(language)) +
         ", using only what the text says.\nGive: a summary of a few short paragraphs separated by blank lines; 5 to 10 "
         "key points, one sentence each; a glossary of the key terms with a one-sentence definition each.";
-    return {.system = system,
-            .user = std::string(source),
-            .name = "save_summary",
-            .schema = kSchema,
-            .shape = kShape};
+    return {.system = system, .user = std::string(source), .name = "save_summary", .schema = kSchema, .shape = kShape};
 }
 
 AIResult<Summary> decodeSummary(const std::string& reply) {

@@ -132,7 +132,8 @@ std::string trimmedOfAllSpaces(std::string_view text) {
 
 }  // namespace
 
-// The order of the steps matters: a line of spaces is no blank line, and the spaces that joined lines leave behind stay.
+// The order of the steps matters: a line of spaces is no blank line, and the spaces that joined lines leave behind
+// stay.
 std::string cleanedText(std::string_view text, const TextServices& services) {
     std::string result = withPlainLineEnds(text);
     result = dehyphenated(result, services);

@@ -3,8 +3,8 @@
 #include "base/text.h"
 #include "cli/background.h"
 #include "cli/commands.h"
-#include "cli/output.h"
 #include "cli/named_values.h"
+#include "cli/output.h"
 #include "cli/secret_input.h"
 
 namespace tessary {

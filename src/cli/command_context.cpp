@@ -32,11 +32,10 @@ Workspace& CommandContext::open(WorkspaceUse use) {
 
 AISystem& CommandContext::ai() {
     if (!ai_) {
-        ai_ = std::make_unique<AISystem>(AISystem::Shared{.files = system_->files,
-                                                          .ids = system_->ids,
-                                                          .console = system_->console,
-                                                          .text = system_->text},
-                                         environment_);
+        ai_ = std::make_unique<AISystem>(
+            AISystem::Shared{
+                .files = system_->files, .ids = system_->ids, .console = system_->console, .text = system_->text},
+            environment_);
     }
     return *ai_;
 }

@@ -106,7 +106,8 @@ void printReportsJson(CommandContext& context, Workspace& workspace, const std::
 void printReports(CommandContext& context, const std::vector<PageReport>& reports) {
     for (const PageReport& report : reports) {
         context.out() << '"' << report.title << "\": " << report.state.text;
-        if (report.state.summaryPage) context.out() << ", and a summary page (" << shortId(*report.state.summaryPage) << ")";
+        if (report.state.summaryPage)
+            context.out() << ", and a summary page (" << shortId(*report.state.summaryPage) << ")";
         context.out() << ".\n";
     }
 }

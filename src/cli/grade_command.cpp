@@ -45,8 +45,7 @@ AIResult<AnswerGrade> gradeInBackground(CommandContext& context, const Interrupt
     });
     std::optional<AIResult<AnswerGrade>> result;
     grader.grade(settings, std::move(request), [&](AIResult<AnswerGrade> judged) { result = std::move(judged); });
-    runLoopUntil(
-        context.system().loop, interrupts, [&] { return result.has_value(); }, [&] { grader.cancel(); });
+    runLoopUntil(context.system().loop, interrupts, [&] { return result.has_value(); }, [&] { grader.cancel(); });
     return *std::move(result);
 }
 

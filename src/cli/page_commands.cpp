@@ -313,7 +313,8 @@ void searchPages(CommandContext& context, const SearchArgs& args) {
 }  // namespace
 
 void addPageCommands(CLI::App& program, Action& chosen) {
-    CLI::App& group = *program.add_subcommand("pages", "List, read, write, move, search and import pages, and attach PDFs");
+    CLI::App& group =
+        *program.add_subcommand("pages", "List, read, write, move, search and import pages, and attach PDFs");
     group.require_subcommand(1);
     addCommand<ListArgs>(
         group, chosen, "list", "List pages, archived ones only on demand",

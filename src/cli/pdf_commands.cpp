@@ -54,7 +54,8 @@ std::optional<std::string> whyUnreadable(const fs::path& file, PdfReader& pdfs, 
         line.show(static_cast<double>(page) / pages, fmt::format("Reading page {} of {}", page + 1, pages),
                   ProgressLine::Weight::detail);
     }
-    return interrupts.raised() ? std::nullopt : std::optional<std::string>("Its pages are pictures without a text layer.");
+    return interrupts.raised() ? std::nullopt
+                               : std::optional<std::string>("Its pages are pictures without a text layer.");
 }
 
 void attachPdfs(CommandContext& context, const AttachArgs& args) {

@@ -48,7 +48,8 @@ struct HttpFailure {
 /// Bytes; a longer reply is refused as it comes in.
 inline constexpr std::size_t kLargestHttpReply = std::size_t{32} * 1024 * 1024;
 
-/// Blocking HTTP. Certificates are always checked, and proxies of the environment are used. Any thread.
+/// Blocking HTTP. Certificates are always checked, and proxies of the environment are used, but for the machine's own
+/// servers. Any thread.
 class HttpClient {
 public:
     virtual ~HttpClient() = default;

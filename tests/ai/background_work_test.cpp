@@ -184,7 +184,8 @@ TEST(AnswerGraderTest, AnswersOnTheMainThreadOrNotAtAll) {
             const std::stop_callback wake(stop, [&] { stopped.count_down(); });
             if (request.answer == "hang") stopped.wait();
             if (request.answer == "throw") throw std::runtime_error("broken");
-            return AnswerGrade{.verdict = AnswerGrade::Verdict::correct, .score = 1, .feedback = request.answer, .missing = {}};
+            return AnswerGrade{
+                .verdict = AnswerGrade::Verdict::correct, .score = 1, .feedback = request.answer, .missing = {}};
         }
     };
     VirtualLoop loop;

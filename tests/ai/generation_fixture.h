@@ -47,7 +47,8 @@ public:
         script_.asked.push_back({.source = std::string(source), .request = request, .existing = existingFronts});
         return script_.cards(script_.asked.size() - 1, request, std::move(stop));
     }
-    [[nodiscard]] AIResult<Summary> summarise(std::string_view source, std::string_view, std::stop_token stop) override {
+    [[nodiscard]] AIResult<Summary> summarise(std::string_view source, std::string_view,
+                                              std::stop_token stop) override {
         script_.summarised.emplace_back(source);
         return script_.summary(std::move(stop));
     }

@@ -98,14 +98,16 @@ TEST_F(GenerationRunTest, FromReadingToTheSummary) {
     plan.existingFronts = {"Old one"};
     script.limit = 100;
     script.cards = [](std::size_t call, const CardRequest&, std::stop_token) {
-        return call == 0 ? std::vector{basicCard("First", 1), basicCard("Made up", 9)} : std::vector{basicCard("Second", 2)};
+        return call == 0 ? std::vector{basicCard("First", 1), basicCard("Made up", 9)}
+                         : std::vector{basicCard("Second", 2)};
     };
     EXPECT_EQ(run(), (GenerationOutcome{.text = "3 cards added", .cardsAdded = 3, .problems = {}}));
     EXPECT_EQ(listener.texts,
               (std::vector<std::string>{"Reading page 1 of 2", "Reading page 2 of 2", "Writing cards — part 1 of 2",
                                         "Writing cards — part 2 of 2", "Summarising…"}));
     ASSERT_EQ(script.asked.size(), 2U);
-    EXPECT_TRUE(script.asked[0].source.starts_with("[Page 1] Respiration of the cell ATP is made by oxidative phosphorylation"));
+    EXPECT_TRUE(script.asked[0].source.starts_with(
+        "[Page 1] Respiration of the cell ATP is made by oxidative phosphorylation"));
     EXPECT_EQ(script.asked[0].existing, std::vector<std::string>{"Old one"});
     EXPECT_EQ(script.asked[1].existing, (std::vector<std::string>{"Old one", "First", "Made up"}));
     EXPECT_EQ(script.asked[0].request.count + script.asked[1].request.count, 10);
@@ -120,8 +122,8 @@ TEST_F(GenerationRunTest, OnlyNewCardsAndNoMoreThanWanted) {
     plan.existingFronts = {"What is ATP?"};
     plan.request.count = 3;
     script.cards = [](std::size_t, const CardRequest&, std::stop_token) {
-        return std::vector{basicCard("WHAT  is “ATP”"), basicCard("Où?"),       basicCard("ou?"), basicCard("What is -5?"),
-                           basicCard("What is 5?"),     basicCard("Too many?")};
+        return std::vector{basicCard("WHAT  is “ATP”"), basicCard("Où?"),        basicCard("ou?"),
+                           basicCard("What is -5?"),    basicCard("What is 5?"), basicCard("Too many?")};
     };
     EXPECT_EQ(run().cardsAdded, 3U);
     EXPECT_EQ(listener.fronts(), (std::vector<std::string>{"Où?", "What is -5?", "What is 5?"}));
@@ -137,11 +139,12 @@ TEST_F(GenerationRunTest, AChunkThatFailsIsTriedOnceMore) {
     EXPECT_EQ(outcome.text, "2 cards added");
     EXPECT_EQ(outcome.problems,
               std::vector<std::string>{"Part 2 of 3 has no cards: Claude is busy, try again in a minute"});
-    EXPECT_EQ(console.lines(), std::vector<std::string>{"Notara: cards of part 2 of 3 failed — Claude is busy, try again "
-                                                        "in a minute (asked to wait 37 s)"});
-    EXPECT_EQ(listener.texts,
-              (std::vector<std::string>{"Writing cards — part 1 of 3", "Retrying part 1 of 3", "Writing cards — part 2 of 3",
-                                        "Retrying part 2 of 3", "Writing cards — part 3 of 3"}));
+    EXPECT_EQ(console.lines(),
+              std::vector<std::string>{"Notara: cards of part 2 of 3 failed — Claude is busy, try again "
+                                       "in a minute (asked to wait 37 s)"});
+    EXPECT_EQ(listener.texts, (std::vector<std::string>{"Writing cards — part 1 of 3", "Retrying part 1 of 3",
+                                                        "Writing cards — part 2 of 3", "Retrying part 2 of 3",
+                                                        "Writing cards — part 3 of 3"}));
     EXPECT_TRUE(sleeper.slept.empty()) << "at once";
 }
 
@@ -158,8 +161,11 @@ TEST_F(GenerationRunTest, HowARunFails) {
     const std::vector<Case> table{
         {"every part", {{0, kBusy}, {1, bad}, {2, kBusy}, {3, bad}}, bad.text(), 4, 0},
         {"a rejected key", {{0, rejected}}, "Your Claude API key was rejected", 1, 0},
-        {"a missing key", {{0, AIError::missingKey(AIProviderKind::gemini)}},
-         "Add your Google Gemini API key in Settings → Flashcards", 1, 0},
+        {"a missing key",
+         {{0, AIError::missingKey(AIProviderKind::gemini)}},
+         "Add your Google Gemini API key in Settings → Flashcards",
+         1,
+         0},
         {"cancelled by the provider", {{0, AIError::cancelled()}}, "Generation cancelled", 1, 0},
         {"a key that was rejected later", {{1, rejected}}, "1 card added", 2, 1},
     };
@@ -204,8 +210,8 @@ TEST_F(GenerationRunTest, PausesWhileTheMachineIsWarm) {
     EXPECT_EQ(run().end, End::done);
     EXPECT_EQ(sleeper.slept, (std::vector<double>{5, 5}));
     const std::string warm = "Your Mac is warm — pausing to let it cool…";
-    EXPECT_EQ(listener.texts, (std::vector<std::string>{"Writing cards — part 1 of 3", warm, warm, "Writing cards — part 2 of 3",
-                                                        "Writing cards — part 3 of 3"}));
+    EXPECT_EQ(listener.texts, (std::vector<std::string>{"Writing cards — part 1 of 3", warm, warm,
+                                                        "Writing cards — part 2 of 3", "Writing cards — part 3 of 3"}));
 
     heat.levels = {ThermalLevel::critical};
     sleeper.slept.clear();

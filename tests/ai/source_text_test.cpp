@@ -70,7 +70,9 @@ TEST(SourceChunksTest, CutsWhereATextHasItsEnds) {
         {"A. bcdefghijklmnop qr", 20, {"A. bcdefghijklmnop", "qr"}},  // a cut so early would waste the rest
         {"abcdefghij", 4, {"abcd", "efgh", "ij"}},
         {"一二三。四五六七", 5, {"一二三。", "四五六七"}},
-        {"👨‍👩‍👧‍👦👨‍👩‍👧‍👦e\u0301", 2, {"👨‍👩‍👧‍👦👨‍👩‍👧‍👦", "e\u0301"}},
+        {"👨‍👩‍👧‍👦👨‍👩‍👧‍👦e\u0301",
+         2,
+         {"👨‍👩‍👧‍👦👨‍👩‍👧‍👦", "e\u0301"}},
     };
     for (const Case& each : table) EXPECT_EQ(textsOf(chunked(each.text, each.limit, kText)), each.chunks) << each.text;
 }
@@ -89,7 +91,8 @@ TEST(SourceChunksTest, EveryChunkKnowsItsPages) {
 /// is lost.
 TEST(SourceChunksTest, HoldsForRandomTexts) {
     std::mt19937 random(11);
-    const std::vector<std::string> words{"cell", "membrane.", "ATP", "Größe", "日本語。", "e\u0301", "a\n\n", "supercalifragilistic"};
+    const std::vector<std::string> words{"cell",     "membrane.", "ATP",   "Größe",
+                                         "日本語。", "e\u0301",   "a\n\n", "supercalifragilistic"};
     std::uniform_int_distribution<std::size_t> pick(0, words.size() - 1);
     for (int round = 0; round < 300; ++round) {
         std::string text;
@@ -141,7 +144,8 @@ protected:
     }
 
     AIResult<std::string> gather(const PageSource& page, SourceChoice choice) {
-        return gatherText(page, choice, pdfs_, [this](int n, int of) { progress_.emplace_back(n, of); }, stop_.get_token());
+        return gatherText(
+            page, choice, pdfs_, [this](int n, int of) { progress_.emplace_back(n, of); }, stop_.get_token());
     }
     std::string problem(const PageSource& page, SourceChoice choice) {
         const AIResult<std::string> text = gather(page, choice);
@@ -157,7 +161,8 @@ TEST_F(GatherTest, TextsAndMarkersInOrder) {
     const PageSource page{.body = "  My own words.\n", .pdfs = {fixture("plain.pdf"), fixture("user_password.pdf")}};
     const std::string own = "My own words.";
     const std::string pdf =
-        "[Page 1]\nRespiration of the cell\nATP is made by oxidative phosphor-\nylation in the inner membrane.\nGröße café "
+        "[Page 1]\nRespiration of the cell\nATP is made by oxidative phosphor-\nylation in the inner membrane.\nGröße "
+        "café "
         "“quoted” – 5 µm\n\n[Page 2]\nPage two ends the text.\nαβγ ≤ π";
     EXPECT_EQ(gather(page, SourceChoice::whole), own + "\n\n" + pdf);
     EXPECT_EQ(gather(page, SourceChoice::pages), own);
@@ -191,8 +196,8 @@ TEST_F(GatherTest, StopsBetweenPages) {
         progress_.emplace_back(page, pages);
         if (page == 5) stop_.request_stop();
     };
-    const AIResult<std::string> text = gatherText({.body = "x", .pdfs = {file}}, SourceChoice::whole, pdfs_, stopAt,
-                                                  stop_.get_token());
+    const AIResult<std::string> text =
+        gatherText({.body = "x", .pdfs = {file}}, SourceChoice::whole, pdfs_, stopAt, stop_.get_token());
     std::filesystem::remove(file);
     ASSERT_FALSE(text);
     EXPECT_EQ(text.error(), AIError::cancelled());

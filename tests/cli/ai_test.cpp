@@ -15,7 +15,8 @@ using Cards = std::vector<Flashcard>;
 class AITest : public ProgramTest {
 protected:
     AITest() {
-        for (const char* const name : {"http_proxy", "https_proxy", "all_proxy", "HTTP_PROXY", "HTTPS_PROXY", "ALL_PROXY"}) {
+        for (const char* const name :
+             {"http_proxy", "https_proxy", "all_proxy", "HTTP_PROXY", "HTTPS_PROXY", "ALL_PROXY"}) {
             unsetenv(name);
         }
         server.setHandler([this](const LoopbackServer::Received& request) { return answer(request); });
@@ -36,7 +37,9 @@ protected:
         return {.status = 404, .body = "no such path"};
     }
 
-    void set(const std::string& key, const std::string& value) { EXPECT_EQ(run({"settings", "set", key, value}).code, 0); }
+    void set(const std::string& key, const std::string& value) {
+        EXPECT_EQ(run({"settings", "set", key, value}).code, 0);
+    }
     static std::string fixture(const std::string& name) { return std::string(TESSARY_FIXTURES) + "/pdf/" + name; }
     std::size_t chats() const {
         const auto requests = server.requests();
@@ -48,7 +51,8 @@ protected:
         R"({"cards":[{"kind":"basic","front":"Where is ATP made?","back":"In the inner membrane","page":1},)"
         R"({"kind":"cloze","front":"Page {{two}} ends the text.","back":"","page":2}]})";
     std::string cards = kCards;
-    std::string summary = R"({"summary":"Cells respire.","key_points":["ATP"],"glossary":[{"word":"ATP","definition":"Fuel"}]})";
+    std::string summary =
+        R"({"summary":"Cells respire.","key_points":["ATP"],"glossary":[{"word":"ATP","definition":"Fuel"}]})";
     std::string grade = R"({"verdict":"partial","score":0.5,"feedback":"Which membrane?","missing":["inner"]})";
     LoopbackServer server;
 };
@@ -60,7 +64,8 @@ TEST_F(AITest, FromAPdfToAGradedAnswer) {
     EXPECT_EQ(run({"pages", "attach", page, fixture("plain.pdf")}).code, 0);
     EXPECT_EQ(json<JournalEntry>({"pages", "show", page}).pdfAttachments.size(), 1U) << "the same file twice";
     const std::string text = run({"pages", "text", page, "--cleaned"}).out;
-    EXPECT_TRUE(text.starts_with("[Page 1] Respiration of the cell ATP is made by oxidative phosphorylation in")) << text;
+    EXPECT_TRUE(text.starts_with("[Page 1] Respiration of the cell ATP is made by oxidative phosphorylation in"))
+        << text;
 
     const Result made = run({"generate", page});
     EXPECT_EQ(made.code, 0) << made.err;
@@ -83,8 +88,8 @@ TEST_F(AITest, FromAPdfToAGradedAnswer) {
 
 TEST_F(AITest, OptionsReachThePrompt) {
     const std::string page = addPage("Cells", "Cells make ATP.");
-    EXPECT_EQ(run({"generate", page, "--kinds", "cloze,basic", "--count", "7", "--difficulty", "advanced", "--focus", "energy",
-                   "--language", "es", "--no-summary", "--source", "pages"})
+    EXPECT_EQ(run({"generate", page, "--kinds", "cloze,basic", "--count", "7", "--difficulty", "advanced", "--focus",
+                   "energy", "--language", "es", "--no-summary", "--source", "pages"})
                   .code,
               0);
     EXPECT_EQ(chats(), 1U) << "no summary";
@@ -95,9 +100,12 @@ TEST_F(AITest, OptionsReachThePrompt) {
         EXPECT_NE(body.find(part), std::string::npos) << part;
     }
     EXPECT_EQ(body.find("multiple choice: front"), std::string::npos);
-    for (const std::vector<std::string>& wrong :
-         {std::vector<std::string>{"--kinds", "nope"}, {"--count", "0"}, {"--count", "3", "--amount", "many"},
-          {"--difficulty", "hard"}, {"--source", "all"}, {"--provider", "nobody"}}) {
+    for (const std::vector<std::string>& wrong : {std::vector<std::string>{"--kinds", "nope"},
+                                                  {"--count", "0"},
+                                                  {"--count", "3", "--amount", "many"},
+                                                  {"--difficulty", "hard"},
+                                                  {"--source", "all"},
+                                                  {"--provider", "nobody"}}) {
         std::vector<std::string> arguments{"generate", page};
         arguments.insert(arguments.end(), wrong.begin(), wrong.end());
         EXPECT_EQ(run(arguments).code, 2) << wrong.front();
@@ -151,7 +159,8 @@ TEST_F(AITest, WhatCanAndCannotBeAttached) {
     for (const auto& [name, reason] : unreadable) {
         const Result result = run({"pages", "attach", page, fixture(name)});
         EXPECT_EQ(result.code, 0) << name;
-        EXPECT_NE(result.err.find(name + ": Couldn't read any text in this PDF. " + reason), std::string::npos) << result.err;
+        EXPECT_NE(result.err.find(name + ": Couldn't read any text in this PDF. " + reason), std::string::npos)
+            << result.err;
     }
     const Result text = run({"pages", "text", page});
     EXPECT_EQ(text.code, 1);
@@ -172,7 +181,8 @@ TEST_F(AITest, AKeyIsOnlyInTheKeychainAndOnItsWay) {
         everything += result.out + result.err;
         return result;
     };
-    EXPECT_EQ(keep(run({"keys", "set", "openai"}, "  " + key + "\r\nmore\n")).out.substr(0, 23), "Saved in your keychain.");
+    EXPECT_EQ(keep(run({"keys", "set", "openai"}, "  " + key + "\r\nmore\n")).out.substr(0, 23),
+              "Saved in your keychain.");
     for (const char* const bad : {"", " \n", "two words", "schl\xC3\xBCssel"}) {
         EXPECT_EQ(keep(run({"keys", "set", "openai"}, bad)).code, 1) << bad;
     }
@@ -204,10 +214,12 @@ TEST_F(AITest, AKeyIsOnlyInTheKeychainAndOnItsWay) {
 TEST_F(AITest, ProvidersSayWhetherTheyCanRun) {
     const SessionBusAddress nowhere("unix:path=/nowhere/bus");
     const std::string listed = run({"providers", "--json"}).out;
-    for (const std::string_view part :
-         {R"("provider":"apple","label":"Apple Intelligence","badge":"Free · On this Mac")",
-          R"("isChosen":true,"canRun":true})", R"("problem":"There is no keychain on this computer to keep an API key in")",
-          R"("problem":"Install the Codex app or CLI (it's free with ChatGPT) and sign in with your ChatGPT account.")"}) {
+    for (
+        const std::string_view part :
+        {R"("provider":"apple","label":"Apple Intelligence","badge":"Free · On this Mac")",
+         R"("isChosen":true,"canRun":true})",
+         R"("problem":"There is no keychain on this computer to keep an API key in")",
+         R"("problem":"Install the Codex app or CLI (it's free with ChatGPT) and sign in with your ChatGPT account.")"}) {
         EXPECT_NE(listed.find(part), std::string::npos) << part << '\n' << listed;
     }
     const Result table = run({"providers"});
@@ -222,7 +234,8 @@ TEST_F(AITest, AReviewAsksTheAIAboutTypedAnswers) {
     EXPECT_NE(judged.out.find("Checking your answer…"), std::string::npos) << judged.out;
     EXPECT_NE(judged.out.find("Which membrane?"), std::string::npos) << judged.out;
     const std::string prompt = server.requests().back().body;
-    EXPECT_NE(prompt.find(R"(Expected answer: In the inner membrane\nStudent's answer: membrane)"), std::string::npos) << prompt;
+    EXPECT_NE(prompt.find(R"(Expected answer: In the inner membrane\nStudent's answer: membrane)"), std::string::npos)
+        << prompt;
 
     EXPECT_EQ(run({"cards", "reset", "--page", page}).code, 0);
     grade = "[]";

@@ -274,6 +274,8 @@ TEST_F(HttpClientTest, UsesTheProxyOfTheEnvironment) {
     request.url = "http://notebook.invalid/v1/chat?q=1";
     setenv("http_proxy", proxy.address().c_str(), 1);
     const HttpReply reply = replyTo(request);
+    server_.answerNext({.body = "from the machine's own server"});
+    EXPECT_EQ(replyTo(post("/")).body, "from the machine's own server");
     unsetenv("http_proxy");
     EXPECT_EQ(reply.body, "from the proxy");
     ASSERT_EQ(proxy.requests().size(), 1U);

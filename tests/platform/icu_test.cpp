@@ -254,8 +254,10 @@ TEST(IcuTextTest, markAfterAsciiBelongsToIt) {
 /// The ends of a text's clusters in bytes, as the Unicode library finds them by itself.
 std::vector<std::size_t> clusterEnds(const std::string& text) {
     UErrorCode status = U_ZERO_ERROR;
-    const icu::LocalUTextPointer source(utext_openUTF8(nullptr, text.data(), static_cast<std::int64_t>(text.size()), &status));
-    const std::unique_ptr<icu::BreakIterator> breaks(icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+    const icu::LocalUTextPointer source(
+        utext_openUTF8(nullptr, text.data(), static_cast<std::int64_t>(text.size()), &status));
+    const std::unique_ptr<icu::BreakIterator> breaks(
+        icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
     breaks->setText(source.getAlias(), status);
     EXPECT_TRUE(U_SUCCESS(status));
     std::vector<std::size_t> ends;
@@ -267,8 +269,9 @@ std::vector<std::size_t> clusterEnds(const std::string& text) {
 
 TEST(IcuTextTest, shortcutsAgreeWithTheLongWay) {
     const std::vector<std::string> pieces{
-        "a", "Z", " ", "\n", "\r", "\t", "é", "я", "日", "。", "각", "가", "\u1100", "\u1161", "\u11A8", "\u0301", "\u200D",
-        "👩", "👍🏽", "🇩", "❤️", "\u0600", "क", "\u094D", "ी", "\u00AD", "\u200B", "\uFEFF", "𝒳", "\xFF", "\xE6\x97", "~"};
+        "a",  "Z",      " ",      "\n",     "\r",     "\t",     "é",  "я",    "日",       "。", "각",
+        "가", "\u1100", "\u1161", "\u11A8", "\u0301", "\u200D", "👩", "👍🏽", "🇩",        "❤️",  "\u0600",
+        "क",  "\u094D", "ी",      "\u00AD", "\u200B", "\uFEFF", "𝒳",  "\xFF", "\xE6\x97", "~"};
     std::mt19937 random(7);
     std::uniform_int_distribution<std::size_t> pick(0, pieces.size() - 1);
     std::uniform_int_distribution<int> plainRun(0, 3);

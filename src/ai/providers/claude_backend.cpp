@@ -62,13 +62,10 @@ std::optional<std::string> toolInputIn(JsonValue root) {
 }
 
 AIResult<std::string> decode(const std::string& body) {
-    try {
-        const JsonDocument document(body);
-        if (std::optional<std::string> input = toolInputIn(document.root())) return *std::move(input);
+    return readBody(body, [](JsonValue root) -> AIResult<std::string> {
+        if (std::optional<std::string> input = toolInputIn(root)) return *std::move(input);
         return std::unexpected(AIError::badResponse("Claude didn't return the structured result"));
-    } catch (const JsonMismatch&) {
-        return std::unexpected(AIError::badResponse("it didn't return valid JSON"));
-    }
+    });
 }
 
 }  // namespace

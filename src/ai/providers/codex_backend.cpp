@@ -31,8 +31,8 @@ AIError errorOf(const ProcessFailure& failure) {
 }
 
 bool speaksOfLogin(std::string_view errors) {
-    constexpr std::array<std::string_view, 9> kWords{"login",     "log in",  "logged in",      "sign in",      "signed in",
-                                                     "logged out", "401",    "unauthorized",   "authenticat"};
+    constexpr std::array<std::string_view, 9> kWords{"login",      "log in", "logged in",    "sign in",    "signed in",
+                                                     "logged out", "401",    "unauthorized", "authenticat"};
     const std::string lowered = asciiLowered(errors);
     return std::ranges::any_of(kWords, [&](auto word) { return lowered.find(word) != std::string::npos; });
 }
@@ -81,9 +81,9 @@ private:
 }  // namespace
 
 AIResult<fs::path> CodexBackend::locate(std::stop_token stop) {
-    const std::array<fs::path, 6> places{places_.home / ".local/bin/codex",      "/opt/homebrew/bin/codex",
-                                         "/usr/local/bin/codex",                 places_.home / ".npm-global/bin/codex",
-                                         places_.home / ".volta/bin/codex",      places_.home / ".bun/bin/codex"};
+    const std::array<fs::path, 6> places{
+        places_.home / ".local/bin/codex",      "/opt/homebrew/bin/codex",         "/usr/local/bin/codex",
+        places_.home / ".npm-global/bin/codex", places_.home / ".volta/bin/codex", places_.home / ".bun/bin/codex"};
     const auto found = std::ranges::find_if(places, [&](const fs::path& p) { return processes_.isExecutable(p); });
     if (found != places.end()) return *found;
     if (!processes_.isExecutable(kLoginShell)) return std::unexpected(notInstalled());
@@ -113,6 +113,14 @@ AIResult<std::string> CodexBackend::completeJSON(const JSONJob& job, std::stop_t
     return runIn(folder.path(), *tool, job, stop);
 }
 
+/// The inherited search path with the places of the tool's own programs around it.
+std::string CodexBackend::searchPath() const {
+    std::vector<std::string> folders{(places_.home / ".local/bin").string(), "/opt/homebrew/bin", "/usr/local/bin"};
+    if (!places_.searchPath.empty()) folders.push_back(places_.searchPath);  // an empty entry means the current folder
+    folders.emplace_back("/bin");
+    return joined(folders, ":");
+}
+
 AIResult<std::string> CodexBackend::runIn(const fs::path& folder, const fs::path& tool, const JSONJob& job,
                                           std::stop_token stop) {
     const fs::path prompt = folder / "prompt.txt";
@@ -123,9 +131,7 @@ AIResult<std::string> CodexBackend::runIn(const fs::path& folder, const fs::path
     ProcessRequest request{.program = tool,
                            .arguments = {"exec", "--skip-git-repo-check", "--ephemeral", "--sandbox", "read-only",
                                          "--color", "never", "-C", folder.string(), "-o", answer.string()},
-                           .environment = {{"PATH", (places_.home / ".local/bin").string() +
-                                                        ":/opt/homebrew/bin:/usr/local/bin:" + places_.searchPath +
-                                                        ":/bin"}},
+                           .environment = {{"PATH", searchPath()}},
                            .standardInput = prompt,
                            .timeLimit = kTimeLimit};
     if (!model_.empty()) request.arguments.insert(request.arguments.end(), {"-m", model_});

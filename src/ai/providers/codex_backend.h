@@ -31,6 +31,7 @@ public:
 
 private:
     [[nodiscard]] AIResult<std::filesystem::path> locate(std::stop_token stop);
+    [[nodiscard]] std::string searchPath() const;
     [[nodiscard]] AIResult<std::string> runIn(const std::filesystem::path& folder, const std::filesystem::path& tool,
                                               const JSONJob& job, std::stop_token stop);
     [[nodiscard]] AIResult<std::string> answerOf(const ProcessResult& ended, const std::filesystem::path& file) const;

@@ -72,9 +72,7 @@ std::string answerIn(JsonValue candidate) {
 }
 
 AIResult<std::string> decode(const std::string& body, const HttpPeer& peer) {
-    try {
-        const JsonDocument document(body);
-        const JsonValue root = document.root();
+    return readBody(body, [&](JsonValue root) -> AIResult<std::string> {
         if (const std::optional<JsonValue> feedback = root.member("promptFeedback")) {
             const std::string reason = shownText(textIn(*feedback, {"blockReason"}), peer);
             if (!reason.empty()) {
@@ -90,9 +88,7 @@ AIResult<std::string> decode(const std::string& body, const HttpPeer& peer) {
         std::string answer = candidate ? answerIn(*candidate) : "";
         if (trimmed(answer).empty()) return std::unexpected(AIError::badResponse("Gemini returned no message"));
         return answer;
-    } catch (const JsonMismatch&) {
-        return std::unexpected(AIError::badResponse("it didn't return valid JSON"));
-    }
+    });
 }
 
 }  // namespace

@@ -27,9 +27,10 @@ GuidedField objects(std::string name, std::vector<GuidedField> fields, std::stri
 
 std::vector<GuidedField> cardDraft() {
     return {
-        choice("kind", {"basic", "cloze", "multipleChoice"},
-               "basic = question and answer; cloze = a sentence with hidden terms in {{ }}; multipleChoice = a question "
-               "with four options"),
+        choice(
+            "kind", {"basic", "cloze", "multipleChoice"},
+            "basic = question and answer; cloze = a sentence with hidden terms in {{ }}; multipleChoice = a question "
+            "with four options"),
         field("front", Type::text, "The question. For cloze, the sentence with each hidden term wrapped in {{ }}"),
         field("back", Type::text,
               "The concise answer. For cloze, the hidden terms joined with ' · '. For multipleChoice, the correct "

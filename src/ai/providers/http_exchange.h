@@ -13,7 +13,7 @@ struct HttpPeer {
     AIProviderKind provider = AIProviderKind::openai;
     std::string key = {};           ///< must not come out again in any error; empty when there is none
     std::string limitReached = {};  ///< the sentence for status 429; empty for the usual one
-    std::string unreachable = {};   ///< the sentence for a server that does not listen; empty for the system's reason
+    std::string unreachable = {};  ///< the sentence for a server that does not listen; empty for the system's reason
 };
 
 /// Seconds.

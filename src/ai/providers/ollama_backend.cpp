@@ -36,8 +36,7 @@ std::string withoutThinking(std::string_view text) {
     std::string result;
     while (true) {
         const std::size_t open = text.find(kOpen);
-        const std::size_t close =
-            open == std::string_view::npos ? open : text.find(kClose, open + kOpen.size());
+        const std::size_t close = open == std::string_view::npos ? open : text.find(kClose, open + kOpen.size());
         if (close == std::string_view::npos) break;
         result += text.substr(0, open);
         text.remove_prefix(close + kClose.size());
@@ -47,15 +46,12 @@ std::string withoutThinking(std::string_view text) {
 }
 
 AIResult<std::string> decode(const std::string& body) {
-    try {
-        const JsonDocument document(body);
-        const std::optional<JsonValue> message = document.root().member("message");
+    return readBody(body, [](JsonValue root) -> AIResult<std::string> {
+        const std::optional<JsonValue> message = root.member("message");
         std::string answer = message ? withoutThinking(textIn(*message, {"content"})) : "";
         if (answer.empty()) return std::unexpected(AIError::badResponse("Ollama returned no message"));
         return answer;
-    } catch (const JsonMismatch&) {
-        return std::unexpected(AIError::badResponse("it didn't return valid JSON"));
-    }
+    });
 }
 
 /// A model named without a tag is its latest one.
@@ -67,17 +63,14 @@ bool isSameModel(std::string_view chosen, std::string_view pulled) {
 }
 
 AIResult<bool> hasModel(const std::string& body, std::string_view chosen) {
-    try {
-        const JsonDocument document(body);
-        const std::optional<JsonValue> models = document.root().member("models");
+    return readBody(body, [&](JsonValue root) -> AIResult<bool> {
+        const std::optional<JsonValue> models = root.member("models");
         bool found = false;
         if (models && models->kind() == JsonKind::array) {
             models->forEachElement([&](JsonValue model) { found |= isSameModel(chosen, textIn(model, {"name"})); });
         }
         return found;
-    } catch (const JsonMismatch&) {
-        return std::unexpected(AIError::badResponse("it didn't return valid JSON"));
-    }
+    });
 }
 
 }  // namespace
@@ -89,10 +82,9 @@ OllamaBackend::OllamaBackend(HttpClient& http, Access access) : http_(http), acc
 }
 
 AIResult<void> OllamaBackend::prepare(std::stop_token stop) {
-    const AIResult<std::string> body =
-        exchange(http_, peer_,
-                 {.method = HttpRequest::Method::get, .url = access_.address + "/api/tags", .timeout = kListTimeout},
-                 stop);
+    const AIResult<std::string> body = exchange(
+        http_, peer_,
+        {.method = HttpRequest::Method::get, .url = access_.address + "/api/tags", .timeout = kListTimeout}, stop);
     if (!body) return std::unexpected(body.error());
     const AIResult<bool> found = hasModel(*body, access_.model);
     if (!found) return std::unexpected(found.error());
@@ -103,8 +95,7 @@ AIResult<void> OllamaBackend::prepare(std::stop_token stop) {
 AIResult<std::string> OllamaBackend::completeJSON(const JSONJob& job, std::stop_token stop) {
     const AIResult<std::string> body =
         exchange(http_, peer_,
-                 {.url = access_.address + "/api/chat", .body = bodyOf(job, access_.model), .timeout = kTimeout},
-                 stop);
+                 {.url = access_.address + "/api/chat", .body = bodyOf(job, access_.model), .timeout = kTimeout}, stop);
     if (!body) return std::unexpected(body.error());
     return decode(*body);
 }

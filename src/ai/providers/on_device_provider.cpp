@@ -67,17 +67,17 @@ AIResult<std::vector<GeneratedCard>> OnDeviceProvider::generateCards(std::string
 AIResult<Summary> OnDeviceProvider::summarise(std::string_view source, std::string_view language,
                                               std::stop_token stop) {
     const JSONJob job = summaryJob(text_.prefix(source, kContextCharacters), language);
-    const AIResult<std::string> reply = respond(job.system, job.user, summaryDraftShape(),
-                                                "the on-device model declined to summarise this text", stop);
+    const AIResult<std::string> reply =
+        respond(job.system, job.user, summaryDraftShape(), "the on-device model declined to summarise this text", stop);
     if (!reply) return std::unexpected(reply.error());
     return decodeSummary(*reply);
 }
 
 AIResult<AnswerGrade> OnDeviceProvider::grade(const GradeRequest& request, std::stop_token stop) {
     const JSONJob job = gradeJob(request);
-    const AIResult<std::string> reply = respond(job.system, text_.prefix(job.user, kContextCharacters),
-                                                gradeDraftShape(),
-                                                "the on-device model declined to grade this answer", stop);
+    const AIResult<std::string> reply =
+        respond(job.system, text_.prefix(job.user, kContextCharacters), gradeDraftShape(),
+                "the on-device model declined to grade this answer", stop);
     if (!reply) return std::unexpected(reply.error());
     return decodeGrade(*reply);
 }

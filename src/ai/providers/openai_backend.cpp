@@ -29,17 +29,14 @@ std::string bodyOf(const JSONJob& job, std::string_view model) {
 }
 
 AIResult<std::string> decode(const std::string& body) {
-    try {
-        const JsonDocument document(body);
-        const std::optional<JsonValue> choices = document.root().member("choices");
+    return readBody(body, [](JsonValue root) -> AIResult<std::string> {
+        const std::optional<JsonValue> choices = root.member("choices");
         const std::optional<JsonValue> choice = choices ? choices->firstElement() : std::nullopt;
         const std::optional<JsonValue> message = choice ? choice->member("message") : std::nullopt;
         std::string content = message ? textIn(*message, {"content"}) : "";
         if (content.empty()) return std::unexpected(AIError::badResponse("OpenAI returned no message"));
         return content;
-    } catch (const JsonMismatch&) {
-        return std::unexpected(AIError::badResponse("it didn't return valid JSON"));
-    }
+    });
 }
 
 }  // namespace
@@ -47,13 +44,12 @@ AIResult<std::string> decode(const std::string& body) {
 AIResult<std::string> OpenAIBackend::completeJSON(const JSONJob& job, std::stop_token stop) {
     if (access_.key.empty()) return std::unexpected(AIError::missingKey(kKind));
     const HttpPeer peer{.provider = kKind, .key = access_.key};
-    AIResult<std::string> body =
-        exchange(http_, peer,
-                 {.url = baseAddress(access_.endpoint) + "/v1/chat/completions",
-                  .headers = {{.name = "Authorization", .value = "Bearer " + access_.key}},
-                  .body = bodyOf(job, access_.model),
-                  .timeout = kCloudTimeout},
-                 stop);
+    AIResult<std::string> body = exchange(http_, peer,
+                                          {.url = baseAddress(access_.endpoint) + "/v1/chat/completions",
+                                           .headers = {{.name = "Authorization", .value = "Bearer " + access_.key}},
+                                           .body = bodyOf(job, access_.model),
+                                           .timeout = kCloudTimeout},
+                                          stop);
     if (!body) return std::unexpected(std::move(body.error()));
     return decode(*body);
 }

@@ -67,9 +67,7 @@ std::unique_ptr<AIJSONBackend> makeBackend(const AISettings& settings, const Pro
 
 }  // namespace
 
-SecretName keyNameOf(AIProviderKind kind) {
-    return {.service = kKeyService, .account = std::string(enumName(kind))};
-}
+SecretName keyNameOf(AIProviderKind kind) { return {.service = kKeyService, .account = std::string(enumName(kind))}; }
 
 std::string keyLabelOf(AIProviderKind kind) { return "Tessary: " + std::string(labelOf(kind)) + " API key"; }
 

@@ -76,6 +76,15 @@ std::optional<HttpFailure> addressFailure(const std::string& url) {
     return std::nullopt;
 }
 
+/// A proxy can't reach what runs on the user's own machine.
+bool isThisMachine(const std::string& url) {
+    const auto address = made(Address(curl_url()));
+    curl_url_set(address.get(), CURLUPART_URL, url.c_str(), 0);
+    const CurlText host = partOf(address.get(), CURLUPART_HOST);
+    const std::string name = asciiLowered(host ? host.get() : "");
+    return name == "localhost" || name == "[::1]" || name.starts_with("127.");
+}
+
 std::optional<HttpFailure> headerFailure(const std::vector<HttpHeader>& headers) {
     for (const auto& [name, value] : headers) {
         if (name.empty() || !std::ranges::all_of(name, isNameCharacter)) {
@@ -166,6 +175,7 @@ private:
 void Transfer::setUp(const HttpRequest& request) {
     set(CURLOPT_URL, request.url.c_str());
     set(CURLOPT_PROTOCOLS_STR, "http,https");
+    if (isThisMachine(request.url)) set(CURLOPT_NOPROXY, "*");
     set(CURLOPT_FOLLOWLOCATION, 0L);
     set(CURLOPT_SSL_VERIFYPEER, 1L);
     set(CURLOPT_SSL_VERIFYHOST, 2L);
