@@ -20,6 +20,9 @@ public:
     void summarised(Summary summary) override {
         post_([this_ = &generator_, summary = std::move(summary)] { this_->store(summary); });
     }
+    void noted(std::string line) override {
+        post_([this_ = &generator_, line = std::move(line)] { this_->services_.console.print(line); });
+    }
 
 private:
     FlashcardGenerator& generator_;

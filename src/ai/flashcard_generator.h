@@ -9,6 +9,7 @@
 #include "ai/job.h"
 #include "base/signal.h"
 #include "library/journal_store.h"
+#include "platform/console.h"
 #include "study/flashcard_store.h"
 
 namespace tessary {
@@ -33,6 +34,7 @@ struct GeneratorServices {
     FlashcardStore& cards;
     MainLoop& loop;
     Clock& clock;
+    Console& console;
     GenerationPorts ports;
     std::function<AIResult<std::unique_ptr<AIProvider>>(const AISettings&, std::stop_token)> makeProvider;
 };

@@ -136,7 +136,7 @@ private:
         lastError_ = error;
         if (error.kind == AIError::Kind::cancelled) return false;
         const std::string wait = error.retryAfter ? fmt::format(" (asked to wait {} s)", *error.retryAfter) : "";
-        ports_.console.print(
+        listener_.noted(
             fmt::format("Notara: cards of part {} of {} failed — {}{}", part.number, part.of, error.text(), wait));
         problems_.push_back(fmt::format("Part {} of {} has no cards: {}", part.number, part.of, error.text()));
         return error.mayPass();
@@ -169,7 +169,7 @@ private:
         if (summary) return listener_.summarised(*std::move(summary));
         summaryFailed_ = true;
         problems_.push_back(summary.error().text());
-        ports_.console.print("Notara: summary failed — " + summary.error().text());
+        listener_.noted("Notara: summary failed — " + summary.error().text());
     }
 
     const GenerationPlan& plan_;
@@ -191,7 +191,7 @@ GenerationOutcome runGeneration(const GenerationPlan& plan, const ProviderMaker&
     try {
         return Run(plan, ports, listener, std::move(stop)).run(makeProvider);
     } catch (const std::exception& failure) {
-        ports.console.print(std::string("Notara: generation failed — ") + failure.what());
+        listener.noted(std::string("Notara: generation failed — ") + failure.what());
         return {
             .end = End::failed, .text = "Something went wrong while writing cards.", .cardsAdded = 0, .problems = {}};
     }

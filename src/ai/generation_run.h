@@ -12,7 +12,6 @@
 #include "ai/ai_settings.h"
 #include "ai/page_source.h"
 #include "ai/source_chunks.h"
-#include "platform/console.h"
 #include "platform/sleeper.h"
 #include "platform/text_services.h"
 #include "platform/thermal_state.h"
@@ -50,6 +49,8 @@ public:
     /// Never empty; to be stored at once.
     virtual void wrote(std::vector<GeneratedCard> cards) = 0;
     virtual void summarised(Summary summary) = 0;
+    /// A line for the console: what went wrong on the way.
+    virtual void noted(std::string line) = 0;
 };
 
 /// How a run ended.
@@ -69,7 +70,6 @@ struct GenerationPorts {
     PdfReader& pdfs;
     ThermalState& thermal;
     Sleeper& sleeper;
-    Console& console;
     const TextServices& text;
 };
 

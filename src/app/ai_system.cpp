@@ -27,11 +27,8 @@ GeneratorServices AISystem::generatorServices(Workspace& workspace) {
             .cards = workspace.cards(),
             .loop = services.loop,
             .clock = services.clock,
-            .ports = {.pdfs = pdfs_,
-                      .thermal = thermal_,
-                      .sleeper = sleeper_,
-                      .console = shared_.console,
-                      .text = shared_.text},
+            .console = services.console,
+            .ports = {.pdfs = pdfs_, .thermal = thermal_, .sleeper = sleeper_, .text = shared_.text},
             .makeProvider = [this](const AISettings& settings, std::stop_token stop) {
                 return makeProvider(settings, std::move(stop));
             }};

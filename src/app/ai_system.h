@@ -22,7 +22,6 @@ public:
     struct Shared {
         FileSystem& files;
         IdSource& ids;
-        Console& console;
         const TextServices& text;
     };
 

@@ -4,7 +4,7 @@
 
 namespace tessary {
 
-WorkspacePorts SystemPorts::forWorkspace(const Environment& environment) {
+WorkspacePorts SystemPorts::forWorkspace(const Environment& environment, MainLoop& loop) {
     return {.files = files,
             .loop = loop,
             .clock = clock,

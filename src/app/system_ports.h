@@ -27,14 +27,13 @@ private:
     SystemClock system_;
 };
 
-/// The real ports of a program without a desktop's event loop.
+/// The real ports of a program, but for its main loop: `EventLoop` in a terminal, Qt's in the window.
 struct SystemPorts {
     /// `console` outlives the ports.
     SystemPorts(const AppPaths& paths, std::optional<Date> fixedNow, std::ostream& consoleStream)
         : clock(fixedNow), console(consoleStream), settings(files, paths.settings) {}
 
     PosixFileSystem files;
-    EventLoop loop;
     ProgramClock clock;
     IcuCalendar calendar;
     RandomIds ids;
@@ -43,7 +42,8 @@ struct SystemPorts {
     StreamConsole console;
     IniSettings settings;
 
-    [[nodiscard]] WorkspacePorts forWorkspace(const Environment& environment);
+    /// `loop` outlives the workspace.
+    [[nodiscard]] WorkspacePorts forWorkspace(const Environment& environment, MainLoop& loop);
 };
 
 }  // namespace tessary

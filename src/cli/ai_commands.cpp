@@ -63,7 +63,7 @@ void listProviders(CommandContext& context, const NoArgs&) {
     const AISettings settings = readAISettings(context.system().settings);
     AISystem& ai = context.ai();
     const Interrupts interrupts;
-    const auto all = inBackground(context.system().loop, interrupts,
+    const auto all = inBackground(context.loop(), interrupts,
                                   [&](std::stop_token stop) { return lookAtProviders(ai, settings, stop); });
     if (interrupts.raised()) throw CommandFailure("Cancelled.");
     if (context.json()) return printProvidersJson(context, all);
@@ -115,7 +115,7 @@ void setKey(CommandContext& context, const KeyArgs& args) {
         readSecret(context.streams(), "Paste your " + std::string(labelOf(kind)) + " API key (it is not shown): "));
     SecretStore& secrets = context.ai().secrets();
     const Interrupts interrupts;
-    const auto written = inBackground(context.system().loop, interrupts, [&](std::stop_token stop) {
+    const auto written = inBackground(context.loop(), interrupts, [&](std::stop_token stop) {
         return secrets.write(keyNameOf(kind), keyLabelOf(kind), key, std::move(stop));
     });
     if (!written) throw CommandFailure("Couldn't save the key to the keychain: " + describe(written.error()));
@@ -132,7 +132,7 @@ void clearKey(CommandContext& context, const KeyArgs& args) {
     const AIProviderKind kind = providerWithKey(args);
     SecretStore& secrets = context.ai().secrets();
     const Interrupts interrupts;
-    const auto removed = inBackground(context.system().loop, interrupts, [&](std::stop_token stop) {
+    const auto removed = inBackground(context.loop(), interrupts, [&](std::stop_token stop) {
         return secrets.remove(keyNameOf(kind), std::move(stop));
     });
     if (!removed) throw CommandFailure("Couldn't remove the key from the keychain: " + describe(removed.error()));

@@ -25,7 +25,7 @@ CommandContext::~CommandContext() = default;
 
 Workspace& CommandContext::open(WorkspaceUse use) {
     if (workspace_) return *workspace_;
-    workspace_ = valueOrFail(Workspace::open(paths_, system_->forWorkspace(environment_), use));
+    workspace_ = valueOrFail(Workspace::open(paths_, system_->forWorkspace(environment_, loop_), use));
     for (const std::string& problem : workspace_->loadProblems()) err() << "Warning: " << problem << '\n';
     return *workspace_;
 }
@@ -33,9 +33,7 @@ Workspace& CommandContext::open(WorkspaceUse use) {
 AISystem& CommandContext::ai() {
     if (!ai_) {
         ai_ = std::make_unique<AISystem>(
-            AISystem::Shared{
-                .files = system_->files, .ids = system_->ids, .console = system_->console, .text = system_->text},
-            environment_);
+            AISystem::Shared{.files = system_->files, .ids = system_->ids, .text = system_->text}, environment_);
     }
     return *ai_;
 }

@@ -58,6 +58,7 @@ public:
     [[nodiscard]] const Environment& environment() const { return environment_; }
     [[nodiscard]] const AppPaths& paths() const { return paths_; }
     [[nodiscard]] SystemPorts& system() { return *system_; }
+    [[nodiscard]] EventLoop& loop() { return loop_; }
     /// Made on the first demand.
     [[nodiscard]] AISystem& ai();
     [[nodiscard]] Date now() const { return system_->clock.now(); }
@@ -102,6 +103,7 @@ private:
     ProgramStreams streams_;
     Environment environment_;
     AppPaths paths_;
+    EventLoop loop_;
     std::unique_ptr<SystemPorts> system_;
     std::unique_ptr<AISystem> ai_;
     std::unique_ptr<Workspace> workspace_;

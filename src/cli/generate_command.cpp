@@ -67,7 +67,7 @@ PageReport generateFor(CommandContext& context, Workspace& workspace, PageId pag
         });
         valueOrFail(generator.start(options));
         runLoopUntil(
-            context.system().loop, interrupts, [&] { return !generator.isRunning(); }, [&] { generator.cancel(); });
+            context.loop(), interrupts, [&] { return !generator.isRunning(); }, [&] { generator.cancel(); });
     }
     report.state = generator.state();
     for (const std::string& problem : report.state.problems) context.err() << onOneLine(problem) << '\n';

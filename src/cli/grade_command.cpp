@@ -40,12 +40,12 @@ void grade(CommandContext& context, const GradeArgs& args) {
 AIResult<AnswerGrade> gradeInBackground(CommandContext& context, const Interrupts& interrupts,
                                         const AISettings& settings, GradeRequest request) {
     AISystem& ai = context.ai();
-    AnswerGrader grader(context.system().loop, [&ai](const AISettings& asked, std::stop_token stop) {
+    AnswerGrader grader(context.loop(), [&ai](const AISettings& asked, std::stop_token stop) {
         return ai.makeProvider(asked, std::move(stop));
     });
     std::optional<AIResult<AnswerGrade>> result;
     grader.grade(settings, std::move(request), [&](AIResult<AnswerGrade> judged) { result = std::move(judged); });
-    runLoopUntil(context.system().loop, interrupts, [&] { return result.has_value(); }, [&] { grader.cancel(); });
+    runLoopUntil(context.loop(), interrupts, [&] { return result.has_value(); }, [&] { grader.cancel(); });
     return *std::move(result);
 }
 

@@ -1,11 +1,9 @@
 #include "cli/page_commands.h"
 
-#include <unordered_map>
-#include <unordered_set>
-
 #include "cli/commands.h"
 #include "cli/identifiers.h"
 #include "library/page_search.h"
+#include "library/page_tree.h"
 
 namespace tessary {
 namespace {
@@ -35,41 +33,6 @@ PagePointers pagesToList(JournalStore& library, const ListArgs& args, const Text
     return pages;
 }
 
-/// A page of a list and how deep it stands under other pages of the list.
-struct Indented {
-    const JournalEntry* page;
-    std::size_t depth;
-};
-
-/// Subpages after their parents; a page whose parent is not in the list stands for itself, and so do pages in a loop.
-std::vector<Indented> nested(const PagePointers& pages) {
-    std::unordered_set<PageId> listed;
-    for (const JournalEntry* const page : pages) listed.insert(page->id);
-    std::unordered_map<PageId, PagePointers> children;
-    std::vector<Indented> waiting;
-    for (const JournalEntry* const page : pages) {
-        if (page->parentID && listed.contains(*page->parentID)) children[*page->parentID].push_back(page);
-    }
-    std::vector<Indented> ordered;
-    std::unordered_set<const JournalEntry*> placed;
-    const auto place = [&](const JournalEntry* root) {
-        for (waiting.assign(1, {root, 0}); !waiting.empty();) {
-            const Indented next = waiting.back();
-            waiting.pop_back();
-            if (!placed.insert(next.page).second) continue;
-            ordered.push_back(next);
-            const PagePointers& below = children[next.page->id];
-            for (auto child = below.rbegin(); child != below.rend(); ++child)
-                waiting.push_back({*child, next.depth + 1});
-        }
-    };
-    for (const JournalEntry* const page : pages) {
-        if (!page->parentID || !listed.contains(*page->parentID)) place(page);
-    }
-    for (const JournalEntry* const page : pages) place(page);
-    return ordered;
-}
-
 std::string notebookName(const JournalStore& library, const JournalEntry& page) {
     const Notebook* const notebook = page.notebookID ? library.notebooks().find(*page.notebookID) : nullptr;
     return notebook == nullptr ? "" : onOneLine(notebook->name);
@@ -94,7 +57,7 @@ void listPages(CommandContext& context, const ListArgs& args) {
         return;
     }
     TextTable table({"ID", "TITLE", "NOTEBOOK", "EDITED", "TAGS"});
-    for (const auto& [page, depth] : nested(pages)) {
+    for (const auto& [page, depth] : nestedPages(pages)) {
         constexpr std::size_t kDeepest = 12;
         table.add({shortId(page->id), std::string(2 * std::min(depth, kDeepest), ' ') + titleOf(*page),
                    notebookName(library, *page), localTime(lastEdited(*page), context.system().calendar),

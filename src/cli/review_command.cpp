@@ -78,7 +78,7 @@ void review(CommandContext& context, const ReviewArgs& args) {
     std::ostream& shown = onOut ? context.streams().out : context.err();
     const bool isTerminal = onOut ? context.streams().outIsTerminal : context.streams().errIsTerminal;
     const Interrupts interrupts;
-    Keyboard keyboard(context.streams().input, system.loop, interrupts);
+    Keyboard keyboard(context.streams().input, context.loop(), interrupts);
     ReviewScreen screen(shown, system.text, lookFor(context, isTerminal));
 
     offerWelcomeNotebook(workspace, screen, keyboard);

@@ -17,7 +17,7 @@ RepairReport repair(CommandContext& context) {
     const auto lock = valueOrFail(lockLibrary(system.files, context.paths().library));
     NotificationCenter notifications;
     return valueOrFail(repairLibrary(context.paths().library, {.files = system.files,
-                                                               .loop = system.loop,
+                                                               .loop = context.loop(),
                                                                .clock = system.clock,
                                                                .calendar = system.calendar,
                                                                .ids = system.ids,

@@ -40,7 +40,8 @@ protected:
                 .cards = cards_,
                 .loop = loop_,
                 .clock = clock_,
-                .ports = {.pdfs = pdfs_, .thermal = heat_, .sleeper = sleeper_, .console = console_, .text = text_},
+                .console = console_,
+                .ports = {.pdfs = pdfs_, .thermal = heat_, .sleeper = sleeper_, .text = text_},
                 .makeProvider = [this](const AISettings&, std::stop_token) -> AIResult<std::unique_ptr<AIProvider>> {
                     return std::make_unique<ScriptedProvider>(script_);
                 }};

@@ -4,7 +4,6 @@
 #include "generation_fixture.h"
 #include "platform/adapters/icu/icu_text_services.h"
 #include "platform/adapters/poppler/poppler_pdf_reader.h"
-#include "support/fakes.h"
 
 namespace tessary {
 namespace {
@@ -25,6 +24,7 @@ public:
         if (onCards) onCards();
     }
     void summarised(Summary written) override { summary = std::move(written); }
+    void noted(std::string line) override { lines.push_back(std::move(line)); }
 
     std::vector<std::string> fronts() const {
         std::vector<std::string> all;
@@ -34,6 +34,7 @@ public:
 
     double fraction = 0;
     std::vector<std::string> texts;
+    std::vector<std::string> lines;
     std::vector<GeneratedCard> cards;
     std::optional<Summary> summary;
     std::function<void()> onCards;
@@ -64,8 +65,7 @@ protected:
             [this](std::stop_token) -> AIResult<std::unique_ptr<AIProvider>> {
                 return std::make_unique<ScriptedProvider>(script);
             },
-            {.pdfs = pdfs_, .thermal = heat, .sleeper = sleeper, .console = console, .text = text_}, listener,
-            stop.get_token());
+            {.pdfs = pdfs_, .thermal = heat, .sleeper = sleeper, .text = text_}, listener, stop.get_token());
     }
 
     /// Calls that fail, by number; the others give a card.
@@ -82,7 +82,6 @@ protected:
     Listener listener;
     ScriptedHeat heat;
     RecordingSleeper sleeper;
-    RecordingConsole console;
     std::stop_source stop;
     IcuTextServices text_;
 
@@ -139,7 +138,7 @@ TEST_F(GenerationRunTest, AChunkThatFailsIsTriedOnceMore) {
     EXPECT_EQ(outcome.text, "2 cards added");
     EXPECT_EQ(outcome.problems,
               std::vector<std::string>{"Part 2 of 3 has no cards: Claude is busy, try again in a minute"});
-    EXPECT_EQ(console.lines(),
+    EXPECT_EQ(listener.lines,
               std::vector<std::string>{"Notara: cards of part 2 of 3 failed — Claude is busy, try again "
                                        "in a minute (asked to wait 37 s)"});
     EXPECT_EQ(listener.texts, (std::vector<std::string>{"Writing cards — part 1 of 3", "Retrying part 1 of 3",
