@@ -1,0 +1,95 @@
+#include <QtCore/QCommandLineParser>
+#include <QtGui/QGuiApplication>
+#include <QtQml/QQmlApplicationEngine>
+#include <QtQml/QQmlExtensionPlugin>
+#include <QtQuick/QQuickWindow>
+#include <QtQuickControls2/QQuickStyle>
+#include <cstdlib>
+#include <iostream>
+
+#include "desktop/desk/desk.h"
+#include "platform/adapters/qt/qt_main_loop.h"
+
+Q_IMPORT_QML_PLUGIN(Tessary_KitPlugin)
+Q_IMPORT_QML_PLUGIN(Tessary_DeskPlugin)
+Q_IMPORT_QML_PLUGIN(Tessary_ShelfPlugin)
+Q_IMPORT_QML_PLUGIN(Tessary_PagesPlugin)
+Q_IMPORT_QML_PLUGIN(Tessary_ReviewPlugin)
+Q_IMPORT_QML_PLUGIN(Tessary_ShellPlugin)
+
+namespace tessary {
+namespace {
+
+std::optional<std::string> environmentValue(std::string_view name) {
+    const char* const value = std::getenv(std::string(name).c_str());
+    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
+}
+
+std::expected<AppPaths, std::string> findPaths(const QString& home) {
+    const PosixFileSystem files;
+    const std::string chosen = home.isEmpty() ? environmentValue("TESSARY_HOME").value_or("") : home.toStdString();
+    return chosen.empty() ? desktopPaths(environmentValue, files) : portablePaths(chosen, files);
+}
+
+int fail(const std::string& sentence) {
+    std::cerr << sentence << '\n';
+    return 1;
+}
+
+/// Makes one type of one module. Loaded by its file's address it would not see its module's own C++ types.
+void load(QQmlApplicationEngine& engine, const char* module, const char* type, const QVariantMap& properties) {
+    engine.addImportPath("qrc:/qt/qml");
+    engine.setInitialProperties(properties);
+    engine.loadData(QString("import %1\n%2 {}").arg(module, type).toUtf8());
+}
+
+/// The window on one library, until it is closed. What is pending is saved before it returns.
+int showLibrary(const AppPaths& paths, const QString& startAt) {
+    SystemPorts ports(paths, std::nullopt, std::cerr);
+    QtMainLoop loop;
+    auto workspace = Workspace::open(paths, ports.forWorkspace(environmentValue, loop), WorkspaceUse::change);
+    if (!workspace) return fail(workspace.error());
+    AISystem ai({.files = ports.files, .ids = ports.ids, .text = ports.text}, environmentValue);
+    int code = 0;
+    {
+        Desk desk(**workspace, ports, loop, ai);
+        QQmlApplicationEngine engine;
+        load(engine, "Tessary.Shell", "MainWindow", {{"desk", QVariant::fromValue(&desk)}, {"startAt", startAt}});
+        if (engine.rootObjects().isEmpty()) return fail("The window could not be made.");
+        code = QGuiApplication::exec();
+    }
+    const auto closed = (*workspace)->close();
+    return closed ? code : fail(closed.error());
+}
+
+int showGallery() {
+    QQmlApplicationEngine engine;
+    load(engine, "Tessary.Kit", "Gallery", {});
+    return engine.rootObjects().isEmpty() ? fail("The gallery could not be shown.") : QGuiApplication::exec();
+}
+
+}  // namespace
+}  // namespace tessary
+
+int main(int argc, char** argv) {
+    QGuiApplication::setApplicationName("tessary");
+    QGuiApplication::setApplicationDisplayName("Tessary");
+    QGuiApplication::setApplicationVersion(TESSARY_VERSION);
+    QGuiApplication::setDesktopFileName("tessary");
+    QQuickStyle::setStyle("Basic");
+    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+    const QGuiApplication app(argc, argv);
+    QCommandLineParser parser;
+    parser.setApplicationDescription("A study notebook: pages, cards, and reviews just before you would forget.");
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption home("home", "Keep everything below this folder instead of the usual places.", "DIR");
+    const QCommandLineOption gallery("gallery", "Show every control of the program.");
+    const QCommandLineOption review("review", "Begin with the reviews of today.");
+    parser.addOptions({home, gallery, review});
+    parser.process(app);
+    if (parser.isSet(gallery)) return tessary::showGallery();
+    const auto paths = tessary::findPaths(parser.value(home));
+    if (!paths) return tessary::fail(paths.error());
+    return tessary::showLibrary(*paths, parser.isSet(review) ? "review" : "");
+}

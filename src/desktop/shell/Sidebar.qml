@@ -1,0 +1,142 @@
+import QtQuick
+import QtQuick.Layouts
+import Tessary.Kit
+import Tessary.Shell
+import Tessary.Desk
+
+/// Places and notebooks; a narrow rail of icons when folded.
+Item {
+    id: sidebar
+
+    required property Desk desk
+    required property Navigator navigator
+    property bool folded: false
+
+    implicitWidth: folded ? 60 : 232
+    Behavior on implicitWidth { NumberAnimation { duration: Theme.slide; easing.type: Easing.OutQuint } }
+
+    Accessible.role: Accessible.Pane
+    Accessible.name: qsTr("Navigation")
+
+    SidebarModel {
+        id: model
+        desk: sidebar.desk
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        anchors.margins: sidebar.folded ? 8 : 12
+        spacing: 2
+
+        RowLayout {
+            Layout.fillWidth: true
+            Layout.preferredHeight: 44
+            spacing: 8
+            Plim {
+                size: 30
+                Layout.leftMargin: sidebar.folded ? 7 : 4
+            }
+            Txt {
+                visible: !sidebar.folded
+                text: "Tessary"
+                size: 18
+                weight: 700
+                Layout.fillWidth: true
+            }
+        }
+
+        SidebarRow {
+            iconName: "shelf"
+            text: qsTr("All Notes")
+            folded: sidebar.folded
+            selected: sidebar.navigator.screen === "shelf"
+            count: model.notebooks
+            onClicked: sidebar.navigator.openShelf()
+        }
+        SidebarRow {
+            iconName: "page"
+            text: qsTr("All pages")
+            folded: sidebar.folded
+            selected: sidebar.navigator.place === "all"
+            onClicked: sidebar.navigator.openPlace("all")
+        }
+        SidebarRow {
+            iconName: "star"
+            text: qsTr("Favorites")
+            folded: sidebar.folded
+            selected: sidebar.navigator.place === "favorites"
+            count: model.favorites
+            onClicked: sidebar.navigator.openPlace("favorites")
+        }
+        SidebarRow {
+            iconName: "archive"
+            text: qsTr("Archive")
+            folded: sidebar.folded
+            selected: sidebar.navigator.place === "archive"
+            onClicked: sidebar.navigator.openPlace("archive")
+        }
+        SidebarRow {
+            iconName: "study"
+            text: qsTr("Study")
+            folded: sidebar.folded
+            selected: sidebar.navigator.screen === "study"
+            count: model.due
+            marked: true
+            onClicked: sidebar.navigator.openStudy()
+        }
+        SidebarRow {
+            iconName: "trash"
+            text: qsTr("Trash")
+            folded: sidebar.folded
+            selected: sidebar.navigator.screen === "trash"
+            count: model.trashed
+            onClicked: sidebar.navigator.openTrash()
+        }
+
+        Txt {
+            visible: !sidebar.folded && model.notebooks > 0
+            text: qsTr("Notebooks")
+            size: 12
+            weight: 600
+            color: Theme.ink3
+            Layout.topMargin: 20
+            Layout.bottomMargin: 4
+            Layout.leftMargin: 12
+        }
+        Divider {
+            visible: sidebar.folded && model.notebooks > 0
+            Layout.fillWidth: true
+            Layout.margins: 8
+        }
+
+        ListView {
+            id: list
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            clip: true
+            spacing: 2
+            model: model
+            boundsBehavior: Flickable.StopAtBounds
+            delegate: SidebarRow {
+                required property string notebookId
+                required property string name
+                required property color color
+                required property int due
+                width: list.width
+                swatch: color
+                text: name
+                folded: sidebar.folded
+                selected: sidebar.navigator.place === notebookId
+                count: due
+                onClicked: sidebar.navigator.openPlace(notebookId)
+            }
+        }
+
+        IconButton {
+            iconName: Theme.dark ? "today" : "moon"
+            label: Theme.dark ? qsTr("Light theme") : qsTr("Dark theme")
+            controlSize: 36
+            onClicked: sidebar.desk.theme = Theme.dark ? "light" : "dark"
+        }
+    }
+}
