@@ -7,7 +7,10 @@ target_link_options(tessary_flags INTERFACE -Wl,--as-needed)
 # Warnings are a matter of the compiler that builds the program; clang only builds the fuzzers.
 # g++ 12 sees an overlap in `"text" + std::string` that is none (GCC bug 105651).
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    target_compile_options(tessary_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -Wno-restrict)
+    set(TESSARY_WARNINGS -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -Wno-restrict)
+    # A target with generated sources sets TESSARY_GENERATES and gives the warnings to its own sources.
+    target_compile_options(tessary_flags INTERFACE
+                           "$<$<NOT:$<BOOL:$<TARGET_PROPERTY:TESSARY_GENERATES>>>:${TESSARY_WARNINGS}>")
 endif()
 if(TESSARY_SANITIZE)
     target_compile_options(tessary_flags INTERFACE -fsanitize=${TESSARY_SANITIZE} -fno-omit-frame-pointer

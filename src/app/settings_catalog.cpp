@@ -108,6 +108,9 @@ const std::vector<SettingEntry>& entries() {
         {.key = "flashcards.suspendLeeches",
          .defaultValue = true,
          .description = "Whether leeches are taken out of reviews."},
+        {.key = "flashcards.typeAnswers",
+         .defaultValue = false,
+         .description = "Whether answers are typed in the window's reviews."},
         {.key = "sortOrder",
          .defaultValue = std::string("newest"),
          .description = "Which way page lists are sorted.",
@@ -116,6 +119,10 @@ const std::vector<SettingEntry>& entries() {
          .defaultValue = std::string("system"),
          .description = "Language that the AI writes in; \"system\" for that of the source.",
          .choices = {"system", "en", "es", "fr", "de", "it", "pt"}},
+        {.key = "tessary.theme",
+         .defaultValue = std::string("system"),
+         .description = "Light or dark window.",
+         .choices = {"system", "light", "dark"}},
     };
     return all;
 }

@@ -66,8 +66,7 @@ PageReport generateFor(CommandContext& context, Workspace& workspace, PageId pag
                       reading ? ProgressLine::Weight::detail : ProgressLine::Weight::step);
         });
         valueOrFail(generator.start(options));
-        runLoopUntil(
-            context.loop(), interrupts, [&] { return !generator.isRunning(); }, [&] { generator.cancel(); });
+        runLoopUntil(context.loop(), interrupts, [&] { return !generator.isRunning(); }, [&] { generator.cancel(); });
     }
     report.state = generator.state();
     for (const std::string& problem : report.state.problems) context.err() << onOneLine(problem) << '\n';

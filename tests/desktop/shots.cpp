@@ -1,0 +1,85 @@
+#include <QtCore/QTimer>
+#include <QtGui/QGuiApplication>
+#include <QtQml/QQmlApplicationEngine>
+#include <QtQml/QQmlExtensionPlugin>
+#include <QtQuick/QQuickWindow>
+#include <QtQuickControls2/QQuickStyle>
+#include <filesystem>
+#include <iostream>
+
+#include "app/welcome.h"
+#include "desktop/desk/desk.h"
+#include "desktop/shell/navigator.h"
+#include "platform/adapters/qt/qt_main_loop.h"
+
+Q_IMPORT_QML_PLUGIN(Tessary_KitPlugin)
+Q_IMPORT_QML_PLUGIN(Tessary_DeskPlugin)
+Q_IMPORT_QML_PLUGIN(Tessary_ShelfPlugin)
+Q_IMPORT_QML_PLUGIN(Tessary_PagesPlugin)
+Q_IMPORT_QML_PLUGIN(Tessary_ReviewPlugin)
+Q_IMPORT_QML_PLUGIN(Tessary_ShellPlugin)
+
+namespace tessary {
+namespace {
+
+/// Lets the window settle: animations, layouts, covers that are painted in the background.
+void settle() {
+    QEventLoop loop;
+    QTimer::singleShot(900, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+void shoot(QQuickWindow& window, const std::filesystem::path& folder, const std::string& name) {
+    settle();
+    const std::string file = (folder / (name + ".png")).string();
+    std::cout << file << (window.grabWindow().save(QString::fromStdString(file)) ? "" : " FAILED") << '\n';
+}
+
+}  // namespace
+}  // namespace tessary
+
+/// Writes a picture of every screen, in light and dark: shots HOME FOLDER [WIDTH HEIGHT].
+int main(int argc, char** argv) {
+    using namespace tessary;
+    QQuickStyle::setStyle("Basic");
+    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+    const QGuiApplication app(argc, argv);
+    const std::filesystem::path home = argv[1];
+    const std::filesystem::path folder = argv[2];
+    std::filesystem::create_directories(home);
+    std::filesystem::create_directories(folder);
+    const auto none = [](std::string_view) { return std::optional<std::string>(); };
+    const PosixFileSystem files;
+    const AppPaths paths = portablePaths(home, files).value();
+    SystemPorts ports(paths, std::nullopt, std::cerr);
+    QtMainLoop loop;
+    auto workspace = Workspace::open(paths, ports.forWorkspace(none, loop), WorkspaceUse::change).value();
+    const NotebookId notebook =
+        isUntouched(*workspace) ? makeWelcomeNotebook(*workspace)->notebook : workspace->library().notebooks()[0].id;
+    AISystem ai({.files = ports.files, .ids = ports.ids, .text = ports.text}, none);
+    Desk desk(*workspace, ports, loop, ai);
+    QQmlApplicationEngine engine;
+    engine.addImportPath("qrc:/qt/qml");
+    engine.setInitialProperties({{"desk", QVariant::fromValue(&desk)}});
+    engine.loadData("import Tessary.Shell\nMainWindow {}");
+    if (engine.rootObjects().isEmpty()) return 1;
+    auto& window = *qobject_cast<QQuickWindow*>(engine.rootObjects().front());
+    if (argc > 4) window.resize(std::atoi(argv[3]), std::atoi(argv[4]));
+    auto& navigator = *window.findChild<Navigator*>();
+    for (const char* const theme : {"light", "dark"}) {
+        desk.setTheme(theme);
+        const std::string end = std::string("-") + theme;
+        navigator.openShelf();
+        shoot(window, folder, "shelf" + end);
+        navigator.openPlace(toQml(notebook));
+        shoot(window, folder, "pages" + end);
+        navigator.openStudy();
+        shoot(window, folder, "study" + end);
+        navigator.openTrash();
+        shoot(window, folder, "trash" + end);
+        navigator.openReview("");
+        shoot(window, folder, "review" + end);
+        navigator.goBack();
+    }
+    return workspace->close() ? 0 : 1;
+}
