@@ -16,15 +16,6 @@ double steadySeconds() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-Rating suggestedFor(AnswerGrade::Verdict verdict) {
-    switch (verdict) {
-        case AnswerGrade::Verdict::correct: return Rating::good;
-        case AnswerGrade::Verdict::partial: return Rating::hard;
-        case AnswerGrade::Verdict::wrong: break;
-    }
-    return Rating::again;
-}
-
 std::optional<Rating> ratingOf(const Key& key, Rating suggested) {
     if (key.kind == Key::Kind::enter || key.text == " ") return suggested;
     if (key.text.size() != 1 || key.text[0] < '1' || key.text[0] > '4') return std::nullopt;
@@ -141,7 +132,7 @@ ReviewDialog::Next ReviewDialog::typedAnswer(const Flashcard& card, Rating& sugg
     }
     if (const std::optional<AnswerGrade> grade = judged(content, typed)) {
         screen_.grade(*grade);
-        suggested = suggestedFor(grade->verdict);
+        suggested = suggestedRating(grade->verdict);
     }
     return Next::reveal;
 }

@@ -1,21 +1,11 @@
 #include <QtCore/QCommandLineParser>
 #include <QtGui/QGuiApplication>
-#include <QtQml/QQmlApplicationEngine>
-#include <QtQml/QQmlExtensionPlugin>
-#include <QtQuick/QQuickWindow>
-#include <QtQuickControls2/QQuickStyle>
 #include <cstdlib>
 #include <iostream>
 
 #include "desktop/desk/desk.h"
+#include "desktop/window.h"
 #include "platform/adapters/qt/qt_main_loop.h"
-
-Q_IMPORT_QML_PLUGIN(Tessary_KitPlugin)
-Q_IMPORT_QML_PLUGIN(Tessary_DeskPlugin)
-Q_IMPORT_QML_PLUGIN(Tessary_ShelfPlugin)
-Q_IMPORT_QML_PLUGIN(Tessary_PagesPlugin)
-Q_IMPORT_QML_PLUGIN(Tessary_ReviewPlugin)
-Q_IMPORT_QML_PLUGIN(Tessary_ShellPlugin)
 
 namespace tessary {
 namespace {
@@ -34,13 +24,6 @@ std::expected<AppPaths, std::string> findPaths(const QString& home) {
 int fail(const std::string& sentence) {
     std::cerr << sentence << '\n';
     return 1;
-}
-
-/// Makes one type of one module. Loaded by its file's address it would not see its module's own C++ types.
-void load(QQmlApplicationEngine& engine, const char* module, const char* type, const QVariantMap& properties) {
-    engine.addImportPath("qrc:/qt/qml");
-    engine.setInitialProperties(properties);
-    engine.loadData(QString("import %1\n%2 {}").arg(module, type).toUtf8());
 }
 
 /// The window on one library, until it is closed. What is pending is saved before it returns.
@@ -76,8 +59,7 @@ int main(int argc, char** argv) {
     QGuiApplication::setApplicationDisplayName("Tessary");
     QGuiApplication::setApplicationVersion(TESSARY_VERSION);
     QGuiApplication::setDesktopFileName("tessary");
-    QQuickStyle::setStyle("Basic");
-    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+    tessary::chooseLook();
     const QGuiApplication app(argc, argv);
     QCommandLineParser parser;
     parser.setApplicationDescription("A study notebook: pages, cards, and reviews just before you would forget.");

@@ -344,4 +344,13 @@ AnswerGrade checkAnswer(const CardContent& card, std::string_view typed, const T
     return checkChoice(card.options, static_cast<std::size_t>(*card.correctIndex), typed, text);
 }
 
+Rating suggestedRating(AnswerGrade::Verdict verdict) {
+    switch (verdict) {
+        case AnswerGrade::Verdict::correct: return Rating::good;
+        case AnswerGrade::Verdict::partial: return Rating::hard;
+        case AnswerGrade::Verdict::wrong: break;
+    }
+    return Rating::again;
+}
+
 }  // namespace tessary

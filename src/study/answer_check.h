@@ -36,6 +36,9 @@ struct AnswerGrade {
 [[nodiscard]] AnswerGrade checkBlanks(const CardContent& card, const std::vector<std::string>& typed,
                                       const TextServices& text);
 
+/// What the learner is likely to rate after an answer that was judged so.
+[[nodiscard]] Rating suggestedRating(AnswerGrade::Verdict verdict);
+
 template <>
 struct EnumNames<AnswerGrade::Verdict> {
     static constexpr auto names = std::array{

@@ -1,23 +1,13 @@
 #include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>
-#include <QtQml/QQmlApplicationEngine>
-#include <QtQml/QQmlExtensionPlugin>
-#include <QtQuick/QQuickWindow>
-#include <QtQuickControls2/QQuickStyle>
 #include <filesystem>
 #include <iostream>
 
 #include "app/welcome.h"
 #include "desktop/desk/desk.h"
 #include "desktop/shell/navigator.h"
+#include "desktop/window.h"
 #include "platform/adapters/qt/qt_main_loop.h"
-
-Q_IMPORT_QML_PLUGIN(Tessary_KitPlugin)
-Q_IMPORT_QML_PLUGIN(Tessary_DeskPlugin)
-Q_IMPORT_QML_PLUGIN(Tessary_ShelfPlugin)
-Q_IMPORT_QML_PLUGIN(Tessary_PagesPlugin)
-Q_IMPORT_QML_PLUGIN(Tessary_ReviewPlugin)
-Q_IMPORT_QML_PLUGIN(Tessary_ShellPlugin)
 
 namespace tessary {
 namespace {
@@ -41,8 +31,7 @@ void shoot(QQuickWindow& window, const std::filesystem::path& folder, const std:
 /// Writes a picture of every screen, in light and dark: shots HOME FOLDER [WIDTH HEIGHT].
 int main(int argc, char** argv) {
     using namespace tessary;
-    QQuickStyle::setStyle("Basic");
-    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+    chooseLook();
     const QGuiApplication app(argc, argv);
     const std::filesystem::path home = argv[1];
     const std::filesystem::path folder = argv[2];
@@ -59,9 +48,7 @@ int main(int argc, char** argv) {
     AISystem ai({.files = ports.files, .ids = ports.ids, .text = ports.text}, none);
     Desk desk(*workspace, ports, loop, ai);
     QQmlApplicationEngine engine;
-    engine.addImportPath("qrc:/qt/qml");
-    engine.setInitialProperties({{"desk", QVariant::fromValue(&desk)}});
-    engine.loadData("import Tessary.Shell\nMainWindow {}");
+    load(engine, "Tessary.Shell", "MainWindow", {{"desk", QVariant::fromValue(&desk)}});
     if (engine.rootObjects().isEmpty()) return 1;
     auto& window = *qobject_cast<QQuickWindow*>(engine.rootObjects().front());
     if (argc > 4) window.resize(std::atoi(argv[3]), std::atoi(argv[4]));

@@ -1,24 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QCoreApplication>
-#include <QtQml/QQmlApplicationEngine>
-#include <QtQml/QQmlExtensionPlugin>
-#include <QtQuick/QQuickWindow>
-#include <QtQuickControls2/QQuickStyle>
 #include <filesystem>
 #include <iostream>
 
 #include "app/welcome.h"
 #include "desktop/desk/desk.h"
 #include "desktop/shell/navigator.h"
+#include "desktop/window.h"
 #include "platform/adapters/qt/qt_main_loop.h"
-
-Q_IMPORT_QML_PLUGIN(Tessary_KitPlugin)
-Q_IMPORT_QML_PLUGIN(Tessary_DeskPlugin)
-Q_IMPORT_QML_PLUGIN(Tessary_ShelfPlugin)
-Q_IMPORT_QML_PLUGIN(Tessary_PagesPlugin)
-Q_IMPORT_QML_PLUGIN(Tessary_ReviewPlugin)
-Q_IMPORT_QML_PLUGIN(Tessary_ShellPlugin)
 
 namespace tessary {
 namespace {
@@ -29,7 +19,7 @@ std::optional<std::string> noEnvironment(std::string_view) { return std::nullopt
 class WindowTest : public testing::Test {
 protected:
     WindowTest() {
-        QQuickStyle::setStyle("Basic");
+        chooseLook();
         std::string pattern = (std::filesystem::temp_directory_path() / "tessary-window-XXXXXX").string();
         home_ = mkdtemp(pattern.data());
         const AppPaths paths = portablePaths(home_, PosixFileSystem()).value();
@@ -43,9 +33,7 @@ protected:
         QObject::connect(engine_.get(), &QQmlEngine::warnings, [this](const QList<QQmlError>& warnings) {
             for (const QQmlError& warning : warnings) problems_.push_back(warning.toString().toStdString());
         });
-        engine_->addImportPath("qrc:/qt/qml");
-        engine_->setInitialProperties({{"desk", QVariant::fromValue(desk_.get())}});
-        engine_->loadData("import Tessary.Shell\nMainWindow {}");
+        load(*engine_, "Tessary.Shell", "MainWindow", {{"desk", QVariant::fromValue(desk_.get())}});
     }
     ~WindowTest() override {
         engine_.reset();

@@ -3,20 +3,9 @@
 #include <algorithm>
 
 #include "desktop/desk/due_counts.h"
-#include "desktop/desk/moments.h"
 #include "library/page_tree.h"
 
 namespace tessary {
-namespace {
-
-constexpr std::size_t kExcerptCharacters = 140;
-
-QString excerptOf(const JournalEntry& page, const TextServices& text) {
-    return toQml(std::string(text.prefix(page.body, kExcerptCharacters))).simplified();
-}
-
-}  // namespace
-
 void PageTreeModel::setDesk(Desk* desk) {
     if (desk == desk_) return;
     desk_ = desk;
@@ -56,19 +45,13 @@ QVariant PageTreeModel::data(const QModelIndex& index, int role) const {
         case HasChildrenRole: return row.hasChildren;
         case ExpandedRole: return !folded_.contains(toQml(row.id));
         case DueRole: return row.due;
-        case EditedRole: return row.edited;
-        case TagsRole: return row.tags;
-        case FavoriteRole: return row.isFavorite;
-        case ExcerptRole: return row.excerpt;
         default: return {};
     }
 }
 
 QHash<int, QByteArray> PageTreeModel::roleNames() const {
     return {{PageIdRole, "pageId"},           {TitleRole, "title"},       {DepthRole, "depth"},
-            {HasChildrenRole, "hasChildren"}, {ExpandedRole, "expanded"}, {DueRole, "due"},
-            {EditedRole, "edited"},           {TagsRole, "tags"},         {FavoriteRole, "favorite"},
-            {ExcerptRole, "excerpt"}};
+            {HasChildrenRole, "hasChildren"}, {ExpandedRole, "expanded"}, {DueRole, "due"}};
 }
 
 std::optional<NotebookId> PageTreeModel::notebook() const { return NotebookId::parse(place_.toStdString()); }
@@ -99,20 +82,17 @@ std::vector<PageTreeModel::Row> PageTreeModel::rowsNow() {
     const TextServices& text = desk_->ports().text;
     const auto folded = [&](std::string_view title) { return text.folded(title); };
     std::vector<const JournalEntry*> pages = pagesHere();
-    total_ = static_cast<int>(pages.size());
     desk_->library().sortForListing(pages, folded);
     const std::string wanted = text.folded(filter_.trimmed().toStdString());
     if (!wanted.empty()) {
         std::erase_if(pages, [&](const JournalEntry* page) { return !folded(page->title).contains(wanted); });
     }
     const auto counts = dueCounts(desk_->cards(), desk_->now());
-    due_ = 0;
     std::vector<Row> rows;
     std::optional<std::size_t> foldedDepth;
     for (const auto& [page, depth] : nestedPages(pages)) {
         const auto found = counts.find(page->id);
         const int due = found == counts.end() ? 0 : found->second;
-        due_ += due;
         if (!rows.empty() && depth > static_cast<std::size_t>(rows.back().depth) && !foldedDepth) {
             rows.back().hasChildren = true;
         }
@@ -126,12 +106,7 @@ std::vector<PageTreeModel::Row> PageTreeModel::rowsNow() {
                         .title = page->title.empty() ? tr("Untitled") : toQml(page->title),
                         .depth = static_cast<int>(depth),
                         .hasChildren = false,
-                        .due = due,
-                        .edited = editedText(lastEdited(*page), desk_->now(), desk_->ports().calendar),
-                        .tags = {},
-                        .isFavorite = page->isFavorite,
-                        .excerpt = excerptOf(*page, text)});
-        for (const std::string& tag : page->tags) rows.back().tags.append(toQml(tag));
+                        .due = due});
     }
     return rows;
 }

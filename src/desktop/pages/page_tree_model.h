@@ -18,24 +18,11 @@ class PageTreeModel : public QAbstractListModel {
     /// Only pages whose title holds it; then nothing is folded.
     Q_PROPERTY(QString filter READ filter WRITE setFilter NOTIFY filterChanged)
     Q_PROPERTY(QString heading READ heading NOTIFY refreshed)
-    Q_PROPERTY(int total READ total NOTIFY refreshed)
-    Q_PROPERTY(int due READ due NOTIFY refreshed)
     /// Empty when there is none.
     Q_PROPERTY(QString firstPage READ firstPage NOTIFY refreshed)
 
 public:
-    enum Role {
-        PageIdRole = Qt::UserRole,
-        TitleRole,
-        DepthRole,
-        HasChildrenRole,
-        ExpandedRole,
-        DueRole,
-        EditedRole,
-        TagsRole,
-        FavoriteRole,
-        ExcerptRole
-    };
+    enum Role { PageIdRole = Qt::UserRole, TitleRole, DepthRole, HasChildrenRole, ExpandedRole, DueRole };
 
     [[nodiscard]] Desk* desk() const { return desk_; }
     void setDesk(Desk* desk);
@@ -44,8 +31,6 @@ public:
     [[nodiscard]] QString filter() const { return filter_; }
     void setFilter(const QString& filter);
     [[nodiscard]] QString heading() const { return heading_; }
-    [[nodiscard]] int total() const { return total_; }
-    [[nodiscard]] int due() const { return due_; }
     [[nodiscard]] QString firstPage() const { return pageAt(0); }
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
@@ -75,10 +60,6 @@ private:
         int depth = 0;
         bool hasChildren = false;
         int due = 0;
-        QString edited;
-        QStringList tags;
-        bool isFavorite = false;
-        QString excerpt;
 
         friend bool operator==(const Row&, const Row&) = default;
     };
@@ -94,8 +75,6 @@ private:
     QString place_ = "all";
     QString filter_;
     QString heading_;
-    int total_ = 0;
-    int due_ = 0;
     std::vector<Row> rows_;
     QSet<QString> folded_;
 };

@@ -159,7 +159,7 @@ void ReviewModel::chooseOption(int index) {
     chosen_ = index;
     const auto& option = card->options[static_cast<std::size_t>(index)];
     const AnswerGrade grade = checkAnswer(contentOf(*card), option, desk_->ports().text);
-    showAnswer(noteOf(grade), suggestedFor(grade.verdict));
+    showAnswer(noteOf(grade), suggestedRating(grade.verdict));
 }
 
 void ReviewModel::answerTyped(const QStringList& typed) {
@@ -175,7 +175,7 @@ void ReviewModel::answerTyped(const QStringList& typed) {
                                   : checkAnswer(content, texts.front(), desk_->ports().text);
     GradeNote note = noteOf(grade);
     note.typed = shownAs;
-    showAnswer(note, suggestedFor(grade.verdict));
+    showAnswer(note, suggestedRating(grade.verdict));
 }
 
 void ReviewModel::check(const CardContent& content, const std::vector<std::string>& typed, const QString& shownAs) {
@@ -199,7 +199,7 @@ void ReviewModel::check(const CardContent& content, const std::vector<std::strin
                                                           .detail = toQml(grade.error().text()),
                                                           .typed = {}};
                        note.typed = shownAs;
-                       showAnswer(note, grade ? suggestedFor(grade->verdict) : Rating::good);
+                       showAnswer(note, grade ? suggestedRating(grade->verdict) : Rating::good);
                    });
 }
 

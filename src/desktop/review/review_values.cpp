@@ -47,15 +47,6 @@ GradeNote noteOf(const AnswerGrade& grade) {
             .typed = {}};
 }
 
-Rating suggestedFor(AnswerGrade::Verdict verdict) {
-    switch (verdict) {
-        case AnswerGrade::Verdict::correct: return Rating::good;
-        case AnswerGrade::Verdict::partial: return Rating::hard;
-        case AnswerGrade::Verdict::wrong: break;
-    }
-    return Rating::again;
-}
-
 QString nextDueSentence(std::optional<Date> nextDue, Date now) {
     if (!nextDue) return {};
     if (*nextDue <= now) return QObject::tr("More cards are waiting.");

@@ -87,8 +87,6 @@ public:
 [[nodiscard]] QString nameOf(Rating rating);
 [[nodiscard]] std::vector<RatingChoice> ratingChoices(const CardMemory& memory, Date now, const Settings& settings);
 [[nodiscard]] GradeNote noteOf(const AnswerGrade& grade);
-/// What the learner is likely to rate after this.
-[[nodiscard]] Rating suggestedFor(AnswerGrade::Verdict verdict);
 /// When the next card comes, as a sentence; empty when none will.
 [[nodiscard]] QString nextDueSentence(std::optional<Date> nextDue, Date now);
 [[nodiscard]] ReviewOutcome outcomeOf(const ReviewSession::Summary& summary, const std::vector<Rating>& given,

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls.Basic
+import QtQuick.Layouts
 import Tessary.Kit
 import Tessary.Shell
 import Tessary.Desk
@@ -33,7 +34,12 @@ ApplicationWindow {
     readonly property bool systemIsDark: systemPalette.window.hslLightness < 0.5
     SystemPalette { id: systemPalette }
 
-    Component.onCompleted: if (startAt === "review") navigator.openReview("")
+    Component.onCompleted: {
+        if (startAt === "review")
+            navigator.openReview("")
+        if (desk.problems.length > 0)
+            unreadable.open()
+    }
 
     Navigator { id: navigator }
 
@@ -132,6 +138,23 @@ ApplicationWindow {
             page: navigator.page
             onClosed: navigator.goBack()
             onOpenPage: id => navigator.openPage("all", id)
+        }
+    }
+
+    Sheet {
+        id: unreadable
+        sheetWidth: 560
+        iconName: "alert"
+        title: qsTr("Not everything could be read")
+        rejectText: qsTr("Go on")
+        Repeater {
+            model: window.desk.problems
+            delegate: Txt {
+                required property string modelData
+                text: modelData
+                wrap: true
+                Layout.fillWidth: true
+            }
         }
     }
 
