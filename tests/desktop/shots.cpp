@@ -43,8 +43,8 @@ int main(int argc, char** argv) {
     SystemPorts ports(paths, std::nullopt, std::cerr);
     QtMainLoop loop;
     auto workspace = Workspace::open(paths, ports.forWorkspace(none, loop), WorkspaceUse::change).value();
-    const NotebookId notebook =
-        isUntouched(*workspace) ? makeWelcomeNotebook(*workspace)->notebook : workspace->library().notebooks()[0].id;
+    const NotebookId notebook = workspace->library().notebooks().empty() ? makeWelcomeNotebook(*workspace)->notebook
+                                                                         : workspace->library().notebooks()[0].id;
     AISystem ai({.files = ports.files, .ids = ports.ids, .text = ports.text}, none);
     Desk desk(*workspace, ports, loop, ai);
     QQmlApplicationEngine engine;
