@@ -1,0 +1,63 @@
+#include "desktop/quick/library_rig.h"
+
+#include <QtGui/QAccessible>
+#include <QtQuick/QQuickWindow>
+
+namespace tessary {
+namespace {
+
+QString accessibleName(QQuickItem* item) {
+    QAccessibleInterface* const interface = QAccessible::queryAccessibleInterface(item);
+    return interface == nullptr ? QString() : interface->text(QAccessible::Name);
+}
+
+QQuickItem* findBelow(QQuickItem* item, const QString& name) {
+    if (!item->isVisible()) return nullptr;
+    if (accessibleName(item) == name) return item;
+    const QList<QQuickItem*> children = item->childItems();
+    // What is drawn last lies on top: a menu before the button beneath it.
+    for (auto child = children.rbegin(); child != children.rend(); ++child)
+        if (QQuickItem* const found = findBelow(*child, name)) return found;
+    return nullptr;
+}
+
+}  // namespace
+
+void LibraryRig::open() {
+    // The screen of the test before may still be about: it sees the desk go before the library does.
+    auto before = std::exchange(rig_, std::make_unique<DeskRig<>>());
+    Q_EMIT opened();
+}
+
+QString LibraryRig::welcome() { return toQml(makeWelcomeNotebook(*rig_->workspace)->notebook); }
+
+QString LibraryRig::addNotebook(const QString& name) { return toQml(rig_->library().addNotebook(name.toStdString())); }
+
+QString LibraryRig::addPage(const QString& notebook, const QString& title, const QString& body) {
+    const auto in = notebook.isEmpty() ? std::nullopt : std::optional(fromQml<NotebookId>(notebook));
+    return toQml(rig_->addPage(title.toStdString(), in, body.toStdString()));
+}
+
+QString LibraryRig::addCard(const QString& page, const QString& front, const QString& back) {
+    return toQml(rig_->addCard(fromQml<PageId>(page), front.toStdString(), back.toStdString()));
+}
+
+QString LibraryRig::titleOf(const QString& page) const {
+    const JournalEntry* const found = rig_->library().entries().find(fromQml<PageId>(page));
+    return found == nullptr ? QString() : toQml(found->title);
+}
+
+QString LibraryRig::bodyOf(const QString& page) const {
+    const JournalEntry* const found = rig_->library().entries().find(fromQml<PageId>(page));
+    return found == nullptr ? QString() : toQml(found->body);
+}
+
+QString LibraryRig::setting(const QString& key) const {
+    return toQml(rig_->ports.settings.text(key.toStdString()).value_or(""));
+}
+
+QQuickItem* LibraryRig::find(QQuickItem* item, const QString& name) const {
+    return item->window() == nullptr ? nullptr : findBelow(item->window()->contentItem(), name);
+}
+
+}  // namespace tessary

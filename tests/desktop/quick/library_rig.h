@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QtQuick/QQuickItem>
+
+#include "desktop/desk_rig.h"
+
+namespace tessary {
+
+/// What a test of a screen stands on: a desk on a library of its own, and a way to find what a user would see or hear.
+class LibraryRig : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(tessary::Desk* desk READ desk NOTIFY opened)
+
+public:
+    [[nodiscard]] Desk* desk() const { return rig_ ? &rig_->desk : nullptr; }
+
+    /// An empty library; the one before is gone.
+    Q_INVOKABLE void open();
+    /// Gives the identity of the welcome notebook.
+    Q_INVOKABLE QString welcome();
+    Q_INVOKABLE QString addNotebook(const QString& name);
+    /// A loose page when `notebook` is empty.
+    Q_INVOKABLE QString addPage(const QString& notebook, const QString& title, const QString& body);
+    Q_INVOKABLE QString addCard(const QString& page, const QString& front, const QString& back);
+    Q_INVOKABLE int pages() const { return static_cast<int>(rig_->library().entries().size()); }
+    Q_INVOKABLE int notebooks() const { return static_cast<int>(rig_->library().notebooks().size()); }
+    Q_INVOKABLE int cards() const { return static_cast<int>(rig_->cards().cards().size()); }
+    Q_INVOKABLE QString titleOf(const QString& page) const;
+    Q_INVOKABLE QString bodyOf(const QString& page) const;
+    /// Of the settings; empty when it is not set.
+    Q_INVOKABLE QString setting(const QString& key) const;
+
+    /// The first visible item in the window of `item` whose accessible name is `name`; null when there is none.
+    Q_INVOKABLE QQuickItem* find(QQuickItem* item, const QString& name) const;
+
+Q_SIGNALS:
+    void opened();
+
+private:
+    std::unique_ptr<DeskRig<>> rig_;
+};
+
+}  // namespace tessary
