@@ -1,0 +1,124 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Tessary.Kit
+import Tessary.Today
+import Tessary.Desk
+import Tessary.Companion
+
+/// What a day begins with: what is due, where one left off, and what is ahead.
+FocusScope {
+    id: screen
+
+    required property Desk desk
+    signal review(string notebook)
+    signal openPage(string id)
+    signal openShelf()
+    signal makeWelcome()
+
+    readonly property bool wide: width >= 860
+
+    TodayModel {
+        id: today
+        desk: screen.desk
+    }
+
+    Flickable {
+        id: flick
+        anchors.fill: parent
+        contentHeight: all.implicitHeight + 64
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        T.ScrollBar.vertical: Scrollbar {}
+
+        ColumnLayout {
+            id: all
+            x: Math.max(32, (flick.width - 1120) / 2)
+            y: 28
+            width: flick.width - 2 * x
+            spacing: 20
+            opacity: today.ready ? 1 : 0
+            Behavior on opacity { NumberAnimation { duration: Theme.select } }
+
+            RowLayout {
+                Layout.fillWidth: true
+                spacing: 16
+                PlimBadge {
+                    desk: screen.desk
+                    size: 72
+                    reaction: today.reaction
+                    Layout.leftMargin: -6
+                }
+                ColumnLayout {
+                    spacing: 2
+                    Txt {
+                        Layout.fillWidth: true
+                        text: today.headline
+                        size: 32
+                        weight: 700
+                        Accessible.role: Accessible.Heading
+                    }
+                    Txt {
+                        Layout.fillWidth: true
+                        text: qsTr("%1 · %2").arg(today.date).arg(today.line)
+                        size: 15
+                        color: Theme.ink2
+                        wrap: true
+                    }
+                }
+            }
+
+            GridLayout {
+                Layout.fillWidth: true
+                columns: screen.wide ? 2 : 1
+                columnSpacing: 16
+                rowSpacing: 16
+
+                ColumnLayout {
+                    Layout.fillWidth: true
+                    Layout.alignment: Qt.AlignTop
+                    Layout.horizontalStretchFactor: 5
+                    spacing: 16
+                    DueCard {
+                        Layout.fillWidth: true
+                        today: today
+                        onReview: notebook => screen.review(notebook)
+                        onWrite: screen.openShelf()
+                        onMakeWelcome: screen.makeWelcome()
+                    }
+                    PageListCard {
+                        Layout.fillWidth: true
+                        visible: today.weakest.length > 0
+                        title: qsTr("Weakest pages")
+                        detail: qsTr("Chance you remember today")
+                        pages: today.weakest
+                        onOpen: id => screen.openPage(id)
+                    }
+                    PageListCard {
+                        Layout.fillWidth: true
+                        visible: today.recent.length > 0
+                        title: qsTr("Go on writing")
+                        pages: today.recent
+                        onOpen: id => screen.openPage(id)
+                    }
+                }
+                ColumnLayout {
+                    Layout.fillWidth: true
+                    Layout.maximumWidth: screen.wide ? 344 : -1
+                    Layout.preferredWidth: screen.wide ? 344 : -1
+                    Layout.alignment: Qt.AlignTop
+                    spacing: 16
+                    ExamCard {
+                        Layout.fillWidth: true
+                        visible: today.exams.length > 0
+                        exams: today.exams
+                    }
+                    StreakCard {
+                        Layout.fillWidth: true
+                        today: today
+                    }
+                }
+            }
+        }
+    }
+}
