@@ -50,6 +50,7 @@ public:
 
     [[nodiscard]] JournalStore& library() { return *library_; }
     [[nodiscard]] FlashcardStore& cards() { return *cards_; }
+    [[nodiscard]] const ReviewLog& reviewLog() const { return *reviewLog_; }
     [[nodiscard]] const StoreServices& services() const { return services_; }
     [[nodiscard]] const AppPaths& paths() const { return paths_; }
     [[nodiscard]] StoreAccess access() const { return access_; }

@@ -10,23 +10,6 @@ namespace {
 
 constexpr std::string_view kSchedulerName = "FSRS-5";
 
-/// Suspended cards count as suspended only, not by phase or as due.
-void count(FlashcardDeckStats& stats, const Flashcard& card, Date now) {
-    ++stats.total;
-    if (card.flagged) ++stats.flagged;
-    if (card.suspended) {
-        ++stats.suspended;
-        return;
-    }
-    switch (card.memory.phase) {
-        case CardMemory::Phase::fresh: ++stats.fresh; break;
-        case CardMemory::Phase::learning:
-        case CardMemory::Phase::relearning: ++stats.learning; break;
-        case CardMemory::Phase::review: ++stats.review; break;
-    }
-    if (card.memory.due <= now) ++stats.due;
-}
-
 }  // namespace
 
 FlashcardStore::FlashcardStore(std::filesystem::path file, StoreServices services, SerialQueue& queue, ReviewLog& log,
@@ -209,20 +192,74 @@ std::size_t FlashcardStore::removePage(PageId page) {
     return removed;
 }
 
-FlashcardDeckStats FlashcardStore::stats(PageId page, Date now) const {
-    FlashcardDeckStats stats;
-    double recall = 0;
-    std::int64_t reviewed = 0;
-    for (const Flashcard& card : cards_) {
-        if (card.pageID != page) continue;
-        count(stats, card, now);
-        if (isLeech(card)) ++stats.leeches;
-        if (!card.memory.lastReview) continue;
-        recall += retrievability(card.memory, now);
-        ++reviewed;
+RecordList<Flashcard>::Snapshot FlashcardStore::removeCards(const std::unordered_set<CardId>& cards) {
+    auto removed = cards_.extractIf([&](const Flashcard& card) { return cards.contains(card.id); });
+    if (removed.empty()) return removed;
+    std::erase_if(undoStack_, [&](const Undoable& undoable) { return cards.contains(undoable.id); });
+    std::vector<CardId> ids;
+    for (const auto& card : removed) ids.push_back(card->id);
+    touched(std::move(ids));
+    return removed;
+}
+
+template <class Change>
+RecordList<Flashcard>::Snapshot FlashcardStore::changeAll(const std::unordered_set<CardId>& cards, Change apply) {
+    RecordList<Flashcard>::Snapshot before;
+    for (const auto& card : cards_.snapshot()) {
+        if (cards.contains(card->id)) before.push_back(card);
     }
-    if (reviewed > 0) stats.averageRecall = recall / static_cast<double>(reviewed);
-    return stats;
+    std::vector<CardId> ids;
+    for (const auto& present : before) {
+        Flashcard card = *present;
+        apply(card);
+        cards_.replace(std::move(card));
+        ids.push_back(present->id);
+    }
+    if (!ids.empty()) touched(std::move(ids));
+    return before;
+}
+
+RecordList<Flashcard>::Snapshot FlashcardStore::resetCards(const std::unordered_set<CardId>& cards, Date now) {
+    std::erase_if(undoStack_, [&](const Undoable& undoable) { return cards.contains(undoable.id); });
+    return changeAll(cards, [now](Flashcard& card) {
+        card.memory = freshMemory(now);
+        card.failedAt.reset();
+    });
+}
+
+RecordList<Flashcard>::Snapshot FlashcardStore::setSuspended(const std::unordered_set<CardId>& cards, bool suspended) {
+    return changeAll(cards, [suspended](Flashcard& card) { card.suspended = suspended; });
+}
+
+RecordList<Flashcard>::Snapshot FlashcardStore::setFlagged(const std::unordered_set<CardId>& cards, bool flagged) {
+    return changeAll(cards, [flagged](Flashcard& card) { card.flagged = flagged; });
+}
+
+void FlashcardStore::restore(const RecordList<Flashcard>::Snapshot& cards) {
+    std::vector<CardId> ids;
+    for (const auto& earlier : cards) {
+        ids.push_back(earlier->id);
+        const Flashcard* const present = cards_.find(earlier->id);
+        if (present == nullptr) {
+            cards_.append(*earlier);
+            continue;
+        }
+        Flashcard card = *present;
+        card.memory = earlier->memory;
+        card.failedAt = earlier->failedAt;
+        card.suspended = earlier->suspended;
+        card.flagged = earlier->flagged;
+        cards_.replace(std::move(card));
+    }
+    if (!ids.empty()) touched(std::move(ids));
+}
+
+FlashcardDeckStats FlashcardStore::stats(PageId page, Date now) const {
+    DeckTally tally(now, leechLapses());
+    for (const Flashcard& card : cards_) {
+        if (card.pageID == page) tally.add(card);
+    }
+    return tally.stats();
 }
 
 bool FlashcardStore::isLeech(const Flashcard& card) const {

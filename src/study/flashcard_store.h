@@ -6,12 +6,14 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "base/signal.h"
 #include "library/delayed_save.h"
 #include "library/json_file.h"
 #include "library/record_list.h"
+#include "study/deck_stats.h"
 #include "study/flashcard.h"
 #include "study/review_log.h"
 
@@ -30,36 +32,6 @@ struct Record<FlashcardFile> {
         withDefault("version", &FlashcardFile::version, 1),
         required("cards", &FlashcardFile::cards),
         withDefault("introduced", &FlashcardFile::introduced),
-    };
-};
-
-/// The counts of one page's deck.
-struct FlashcardDeckStats {
-    std::int64_t total = 0;
-    std::int64_t fresh = 0;  ///< "new" in JSON
-    std::int64_t learning = 0;
-    std::int64_t review = 0;
-    std::int64_t due = 0;
-    std::int64_t suspended = 0;
-    std::int64_t flagged = 0;
-    std::int64_t leeches = 0;
-    std::optional<double> averageRecall;  ///< 0 to 1; absent when no card was reviewed yet
-
-    friend bool operator==(const FlashcardDeckStats&, const FlashcardDeckStats&) = default;
-};
-
-template <>
-struct Record<FlashcardDeckStats> {
-    static constexpr auto fields = std::tuple{
-        withDefault("total", &FlashcardDeckStats::total),
-        withDefault("new", &FlashcardDeckStats::fresh),
-        withDefault("learning", &FlashcardDeckStats::learning),
-        withDefault("review", &FlashcardDeckStats::review),
-        withDefault("due", &FlashcardDeckStats::due),
-        withDefault("suspended", &FlashcardDeckStats::suspended),
-        withDefault("flagged", &FlashcardDeckStats::flagged),
-        withDefault("leeches", &FlashcardDeckStats::leeches),
-        optional("averageRecall", &FlashcardDeckStats::averageRecall),
     };
 };
 
@@ -117,8 +89,20 @@ public:
     std::size_t resetPage(PageId page, Date now);
     std::size_t removePage(PageId page);
 
+    /// As the one-card forms, for many at once; what is not there is passed over. Each gives the cards it changed, as
+    /// they were, in the store's order.
+    RecordList<Flashcard>::Snapshot removeCards(const std::unordered_set<CardId>& cards);
+    RecordList<Flashcard>::Snapshot resetCards(const std::unordered_set<CardId>& cards, Date now);
+    RecordList<Flashcard>::Snapshot setSuspended(const std::unordered_set<CardId>& cards, bool suspended);
+    RecordList<Flashcard>::Snapshot setFlagged(const std::unordered_set<CardId>& cards, bool flagged);
+    /// Takes back one of these: a card that is gone comes back whole, at the end; one that is still there gets back its
+    /// memory, its flag and its suspension, and keeps what was edited since.
+    void restore(const RecordList<Flashcard>::Snapshot& cards);
+
     [[nodiscard]] FlashcardDeckStats stats(PageId page, Date now) const;
     [[nodiscard]] bool isLeech(const Flashcard& card) const;
+    /// From how many lapses on a card is a leech; 0 or less when none ever is.
+    [[nodiscard]] std::int64_t leechLapses() const;
 
     /// New cards that may still be offered today.
     [[nodiscard]] std::int64_t newCardsLeft(Date now) const;
@@ -144,13 +128,14 @@ private:
 
     template <class Change>
     bool change(CardId card, Change apply);
+    template <class Change>
+    RecordList<Flashcard>::Snapshot changeAll(const std::unordered_set<CardId>& cards, Change apply);
     void touched(std::vector<CardId> cards);
     [[nodiscard]] std::optional<std::size_t> undoableAt(RatingNumber rating) const;
     bool takeBack(std::size_t index, Date now);
     void forgetUndo(CardId card);
     void save();
     [[nodiscard]] std::string today(Date now) const;
-    [[nodiscard]] std::int64_t leechLapses() const;
     [[nodiscard]] std::int64_t introducedOn(const std::string& day) const;
 
     StoreServices services_;

@@ -22,16 +22,18 @@ void ReviewLog::append(const ReviewLogEntry& entry) {
     });
 }
 
-std::vector<ReviewLogEntry> ReviewLog::read() const {
+std::vector<ReviewLogEntry> ReviewLog::read(std::optional<Date> since, std::stop_token stop) const {
     std::vector<ReviewLogEntry> entries;
     const FileResult<std::vector<DirectoryEntry>> months = services_.files.list(folder_);
     if (!months) return entries;
     const ReadContext context{.now = services_.clock.now(), .freshId = [this] { return services_.ids.next(); }};
+    const std::string first = since ? monthKey(services_.calendar.civilTime(*since).day) : std::string();
     for (const DirectoryEntry& month : *months) {
-        if (!month.name.ends_with(".jsonl")) continue;
+        if (!month.name.ends_with(".jsonl") || month.name < first) continue;
         const FileResult<std::string> content = services_.files.read(folder_ / month.name);
         if (!content) continue;
         for (const std::string_view line : splitLines(*content)) {
+            if (stop.stop_requested()) return entries;
             auto entry = decodeJson<ReviewLogEntry>(std::string(line), context);
             if (entry) entries.push_back(std::move(*entry));
         }

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -42,9 +43,10 @@ public:
     /// Queues the append. A failure goes to the console; the rating itself is not lost by it.
     void append(const ReviewLogEntry& entry);
 
-    /// All entries of all months, oldest month first. A line that cannot be decoded (the torn last line of a crash) is
-    /// passed over.
-    [[nodiscard]] std::vector<ReviewLogEntry> read() const;
+    /// All entries of all months, oldest month first, but none of the months before that of `since`. A line that
+    /// cannot be decoded (the torn last line of a crash) is passed over. Any thread; what was appended a moment ago may
+    /// not be there yet. Gives what it has when it is stopped.
+    [[nodiscard]] std::vector<ReviewLogEntry> read(std::optional<Date> since = {}, std::stop_token stop = {}) const;
 
 private:
     std::filesystem::path folder_;

@@ -125,7 +125,18 @@ std::vector<CardId> spread(const std::vector<CardId>& sparse, const std::vector<
 
 }  // namespace
 
+bool standsIn(const JournalEntry& page, const ShelfItem& place) {
+    const NotebookId* const notebook = std::get_if<NotebookId>(&place);
+    return notebook == nullptr ? !page.notebookID : page.notebookID == *notebook;
+}
+
 ScopePages::ScopePages(const JournalStore& library, const ReviewScope& scope) : library_(&library) {
+    if (scope.place) {
+        pages_.emplace();
+        for (const JournalEntry& page : library.entries()) {
+            if (standsIn(page, *scope.place)) pages_->insert(page.id);
+        }
+    }
     if (!scope.page) return;
     const std::vector<PageId> below = library.subpagesOf(*scope.page);
     pages_.emplace(below.begin(), below.end());

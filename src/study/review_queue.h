@@ -13,8 +13,11 @@ namespace tessary {
 
 /// What to review.
 struct ReviewScope {
-    std::optional<PageId> page;  ///< this page with its subpages; absent: the whole library
+    std::optional<PageId> page;      ///< this page with its subpages
+    std::optional<ShelfItem> place;  ///< all pages that stand there; neither: the whole library
 };
+
+[[nodiscard]] bool standsIn(const JournalEntry& page, const ShelfItem& place);
 
 /// The pages of a scope, by the tree of pages at the time this is made; a page that leaves the library is out at once.
 /// Main thread only.
