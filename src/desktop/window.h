@@ -9,6 +9,7 @@
 Q_IMPORT_QML_PLUGIN(Tessary_KitPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_DeskPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_ShelfPlugin)
+Q_IMPORT_QML_PLUGIN(Tessary_TodayPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_PagesPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_ReviewPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_ShellPlugin)

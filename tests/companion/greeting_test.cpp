@@ -21,7 +21,7 @@ TEST(Greeting, SpeaksOfExamThenWorkThenStreak) {
         PlimReaction reaction;
     };
     using Exam = GreetingMoment::ExamAhead;
-    const std::vector<Case> cases{
+    const Case cases[] = {
         {{.hour = 9, .exam = {}},
          "Write a page, make a few cards of it, and they come back just before you forget them.",
          PlimReaction::wave},

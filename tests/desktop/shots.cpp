@@ -56,6 +56,8 @@ int main(int argc, char** argv) {
     for (const char* const theme : {"light", "dark"}) {
         desk.setTheme(theme);
         const std::string end = std::string("-") + theme;
+        navigator.openToday();
+        shoot(window, folder, "today" + end);
         navigator.openShelf();
         shoot(window, folder, "shelf" + end);
         navigator.openPlace(toQml(notebook));

@@ -4,6 +4,7 @@ import QtQuick.Layouts
 import Tessary.Kit
 import Tessary.Shell
 import Tessary.Desk
+import Tessary.Today
 import Tessary.Shelf
 import Tessary.Pages
 import Tessary.Review
@@ -82,13 +83,26 @@ ApplicationWindow {
             bottom: parent.bottom
         }
         focus: true
-        sourceComponent: navigator.screen === "shelf" ? shelf
+        sourceComponent: navigator.screen === "today" ? today
+                       : navigator.screen === "shelf" ? shelf
                        : navigator.screen === "pages" ? pages
                        : navigator.screen === "study" ? study
                        : navigator.screen === "trash" ? trash : review
         onLoaded: (item as Item).forceActiveFocus()
     }
 
+    Component {
+        id: today
+        Paper {
+            TodayScreen {
+                anchors.fill: parent
+                desk: window.desk
+                onReview: navigator.openReview("")
+                onOpenPage: id => navigator.openPage("all", id)
+                onOpenShelf: navigator.openShelf()
+            }
+        }
+    }
     Component {
         id: shelf
         Paper {

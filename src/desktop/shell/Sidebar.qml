@@ -46,6 +46,13 @@ Item {
         }
 
         SidebarRow {
+            iconName: "today"
+            text: qsTr("Today")
+            folded: sidebar.folded
+            selected: sidebar.navigator.screen === "today"
+            onClicked: sidebar.navigator.openToday()
+        }
+        SidebarRow {
             iconName: "shelf"
             text: qsTr("All Notes")
             folded: sidebar.folded

@@ -10,7 +10,7 @@ namespace tessary {
 class Navigator : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    /// "shelf", "pages", "study", "trash" or "review".
+    /// "today", "shelf", "pages", "study", "trash" or "review".
     Q_PROPERTY(QString screen READ screen NOTIFY moved)
     /// Of "pages": "all", "favorites", "archive", "loose", or a notebook's identity.
     Q_PROPERTY(QString place READ place NOTIFY moved)
@@ -24,6 +24,7 @@ public:
     [[nodiscard]] QString page() const { return spot_.page; }
     [[nodiscard]] bool canGoBack() const { return !earlier_.empty(); }
 
+    Q_INVOKABLE void openToday() { go({.screen = "today", .place = {}, .page = {}}); }
     Q_INVOKABLE void openShelf() { go({.screen = "shelf", .place = {}, .page = {}}); }
     Q_INVOKABLE void openStudy() { go({.screen = "study", .place = {}, .page = {}}); }
     Q_INVOKABLE void openTrash() { go({.screen = "trash", .place = {}, .page = {}}); }
@@ -51,7 +52,7 @@ private:
 
     void go(Spot spot);
 
-    Spot spot_{.screen = "shelf", .place = {}, .page = {}};
+    Spot spot_{.screen = "today", .place = {}, .page = {}};
     std::vector<Spot> earlier_;
 };
 

@@ -4,7 +4,6 @@ import QtQuick.Templates as T
 import Tessary.Kit
 import Tessary.Today
 import Tessary.Desk
-import Tessary.Companion
 
 /// What a day begins with: what is due, where one left off, and what is ahead.
 FocusScope {
@@ -43,10 +42,8 @@ FocusScope {
             RowLayout {
                 Layout.fillWidth: true
                 spacing: 16
-                PlimBadge {
-                    desk: screen.desk
+                Plim {
                     size: 72
-                    reaction: today.reaction
                     Layout.leftMargin: -6
                 }
                 ColumnLayout {
