@@ -15,44 +15,29 @@ TEST(Greeting, GoesByTheClock) {
 }
 
 TEST(Greeting, SpeaksOfExamThenWorkThenStreak) {
-    struct Case {
-        GreetingMoment moment;
-        std::string line;
-        PlimReaction reaction;
+    const auto expect = [](const GreetingMoment& moment, std::string_view line, PlimReaction reaction) {
+        const Greeting greeting = greet(moment);
+        EXPECT_EQ(greeting.line, line);
+        EXPECT_EQ(greeting.reaction, reaction) << line;
     };
     using Exam = GreetingMoment::ExamAhead;
-    const Case cases[] = {
-        {{.hour = 9, .exam = {}},
-         "Write a page, make a few cards of it, and they come back just before you forget them.",
-         PlimReaction::wave},
-        {{.hour = 9, .due = 1, .hasCards = true, .exam = {}}, "1 card waits for you.", PlimReaction::wave},
-        {{.hour = 9, .due = 38, .hasCards = true, .streak = 12, .exam = {}},
-         "38 cards today, and your streak grows to 13 days.",
-         PlimReaction::wave},
-        {{.hour = 9, .due = 5, .hasCards = true, .streak = 12, .studiedToday = true, .exam = {}},
-         "5 cards wait for you.",
-         PlimReaction::study},
-        {{.hour = 9, .hasCards = true, .streak = 3, .studiedToday = true, .exam = {}},
-         "All done, 3 days in a row.",
-         PlimReaction::win},
-        {{.hour = 23, .hasCards = true, .exam = {}},
-         "Nothing is due. A good moment to write something new.",
-         PlimReaction::sleep},
-        {{.hour = 9, .due = 2, .hasCards = true, .exam = Exam{"Cells", 0}},
-         "“Cells” is today. You have got this. 2 cards wait for you.",
-         PlimReaction::cur},
-        {{.hour = 9, .hasCards = true, .studiedToday = true, .exam = Exam{"Cells", 14}},
-         "“Cells” is in 14 days. All done for today.",
-         PlimReaction::win},
-        {{.hour = 9, .hasCards = true, .studiedToday = true, .exam = Exam{"Cells", 15}},
-         "All done for today.",
-         PlimReaction::win},
-    };
-    for (const Case& each : cases) {
-        const Greeting greeting = greet(each.moment);
-        EXPECT_EQ(greeting.line, each.line);
-        EXPECT_EQ(greeting.reaction, each.reaction) << each.line;
-    }
+    expect({.hour = 9, .exam = {}},
+           "Write a page, make a few cards of it, and they come back just before you forget them.", PlimReaction::wave);
+    expect({.hour = 9, .due = 1, .hasCards = true, .exam = {}}, "1 card waits for you.", PlimReaction::wave);
+    expect({.hour = 9, .due = 38, .hasCards = true, .streak = 12, .exam = {}},
+           "38 cards today, and your streak grows to 13 days.", PlimReaction::wave);
+    expect({.hour = 9, .due = 5, .hasCards = true, .streak = 12, .studiedToday = true, .exam = {}},
+           "5 cards wait for you.", PlimReaction::study);
+    expect({.hour = 9, .hasCards = true, .streak = 3, .studiedToday = true, .exam = {}}, "All done, 3 days in a row.",
+           PlimReaction::win);
+    expect({.hour = 23, .hasCards = true, .exam = {}}, "Nothing is due. A good moment to write something new.",
+           PlimReaction::sleep);
+    expect({.hour = 9, .due = 2, .hasCards = true, .exam = Exam{"Cells", 0}},
+           "“Cells” is today. You have got this. 2 cards wait for you.", PlimReaction::cur);
+    expect({.hour = 9, .hasCards = true, .studiedToday = true, .exam = Exam{"Cells", 14}},
+           "“Cells” is in 14 days. All done for today.", PlimReaction::win);
+    expect({.hour = 9, .hasCards = true, .studiedToday = true, .exam = Exam{"Cells", 15}}, "All done for today.",
+           PlimReaction::win);
 }
 
 }  // namespace
