@@ -1,6 +1,9 @@
 #include <QtGui/QPainter>
+#include <array>
+#include <cmath>
 #include <filesystem>
 #include <iostream>
+#include <numbers>
 
 #include "companion/plim_reaction_names.h"
 #include "companion/plim_sampling.h"
@@ -50,6 +53,27 @@ QImage stills(int side, PlimLook look) {
     return image;
 }
 
+/// Lids of a calm and of a sad face, the wink, and the gaze all around: more than the reactions show of them.
+QImage faces(int side, PlimLook look) {
+    constexpr int kSteps = 9;
+    QImage image = sheet(kSteps, 4, side, look.dark);
+    QPainter painter(&image);
+    for (int i = 0; i < kSteps; ++i) {
+        const double u = static_cast<double>(i) / (kSteps - 1);
+        std::array<PlimFrame, 4> frames;
+        frames.fill(plimFrame(PlimReaction::idle, 0));
+        frames[0].pose["lid"] = u;
+        frames[1] = plimFrame(PlimReaction::fail, plimSpec().reaction(PlimReaction::fail).still);
+        frames[1].pose["lid"] = u;
+        frames[2].pose["wink"] = u;
+        frames[3].pose["lx"] = std::cos(u * 2 * std::numbers::pi);
+        frames[3].pose["ly"] = std::sin(u * 2 * std::numbers::pi);
+        for (int row = 0; row < 4; ++row)
+            painter.drawImage(i * side, row * side, picture(frames[static_cast<std::size_t>(row)], side, look));
+    }
+    return image;
+}
+
 void save(const std::filesystem::path& folder, const std::string& name, const QImage& image) {
     const std::string file = (folder / (name + ".png")).string();
     std::cout << file << (image.save(QString::fromStdString(file)) ? "" : " FAILED") << '\n';
@@ -68,6 +92,8 @@ int main(int argc, char** argv) {
         const std::string end = dark ? "-dark" : "-light";
         save(folder, "motions" + end, motions(140, {dark, PlimDetail::full}));
         save(folder, "large" + end, stills(480, {dark, PlimDetail::full}));
+        save(folder, "faces" + end, faces(210, {dark, PlimDetail::full}));
+        save(folder, "badge-faces" + end, faces(96, {dark, detailFor(48)}));
         save(folder, "badges-48" + end, motions(48, {dark, detailFor(48)}));
         save(folder, "badges-48-at-2" + end, motions(96, {dark, detailFor(48)}));
         save(folder, "badges-32" + end, motions(32, {dark, detailFor(32)}));

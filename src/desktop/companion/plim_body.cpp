@@ -61,14 +61,13 @@ QBrush skin(double dim) {
 
 /// Light along the edges towards the sky, and a warm reflection along the lower left.
 void drawRim(QPainter& painter, const QPainterPath& outline, double strength) {
-    const auto sky = [&](double alpha) {
-        return linear({44, -58}, {-14, 18}, {{0, tint(0xFFFFFFFF, alpha * strength)}, {1, tint(0xFFFFFFFF, 0)}});
-    };
-    painter.strokePath(outline, roundPen(sky(0.6), 11));
-    painter.strokePath(outline, roundPen(sky(0.8), 4.6));
-    const auto warm =
-        linear({-40, 64}, {4, 14}, {{0, tint(0xFFFF8FC4, 0.75 * strength)}, {1, tint(0xFFFF8FC4, 0)}});
-    painter.strokePath(outline, roundPen(warm, 9));
+    const auto white = [&](double alpha) { return tint(0xFFFFFFFF, alpha * strength); };
+    const auto warm = [&](double alpha) { return tint(0xFFFF8FC4, alpha * strength); };
+    const QPointF sky(44, -58);
+    painter.strokePath(
+        outline,
+        roundPen(linear(sky, {-40, 64}, {{0, white(0.6)}, {0.6, white(0)}, {0.62, warm(0)}, {1, warm(0.75)}}), 10.4));
+    painter.strokePath(outline, roundPen(linear(sky, {-14, 18}, {{0, white(0.8)}, {1, white(0)}}), 4.6));
 }
 
 }  // namespace
@@ -133,7 +132,7 @@ void drawChinArm(QPainter& painter, const PlimPose& pose, const PlimLook& look) 
     };
     const double wider = look.detail == PlimDetail::full ? 4 : 8;
     const QRgb line = look.dark ? 0xFFDE7A36 : 0xFFD2702E;
-    painter.strokePath(arm, roundPen(fading(line, std::min(1.0, 1.6 * up), 0.04, 0.26), 17 + wider));
+    painter.strokePath(arm, roundPen(fading(line, std::min(1.0, 1.6 * up), 0, 0.3), 17 + wider));
     painter.strokePath(arm, roundPen(fading(0xFFFFD458, std::min(1.0, 4 * up), 0.06, 0.5), 17));
     const auto shine = radial(hand + QPointF(1, -2), 11, {{0, tint(0xFFFFEE9E, up)}, {1, tint(0xFFFFE680, 0)}});
     fill(painter, ellipse(hand, 8, 8), shine);

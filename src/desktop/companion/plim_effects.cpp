@@ -46,22 +46,24 @@ void drawMotion(QPainter& painter, const FzFx& effect, const PlimLook& look) {
         const double push = 4 * on;
         const QRgb color = colorOf(effect);
         if (full) {
-            strokeLight(painter, arc(centre, 20 + push, towards, 17), color, 3.6, shown, look);
-            strokeLight(painter, arc(centre, 29 + push, towards, 20), color, 3.6, shown, look);
+            const QPen pen = roundPen(tint(look.dark ? color : 0xFFE2A630, shown), 4);
+            painter.strokePath(arc(centre, 20 + push, towards, 17), pen);
+            painter.strokePath(arc(centre, 29.5 + push, towards, 21), pen);
         } else {
-            strokeLight(painter, arc(centre, 20 + push, towards, 26), color, 6, shown, look);
+            strokeLight(painter, arc(centre, 29 + push, towards, 22), color, 6, shown, look);
         }
     }
 }
 
 void drawDots(QPainter& painter, const FzFx& effect, const PlimLook& look) {
     const QRgb color = colorOf(effect);
-    const double size = look.detail == PlimDetail::full ? 1 : 1.35;
+    const bool full = look.detail == PlimDetail::full;
+    const double near = full ? 1 : 0.7;
     struct Bubble {
         QPointF at;
         const char* shown;
     };
-    constexpr std::array kBubbles{Bubble{{4, -4}, "a0"}, Bubble{{14, -17}, "a1"}, Bubble{{26, -33}, "a2"}};
+    constexpr std::array kBubbles{Bubble{{4, -4}, "a0"}, Bubble{{12, -15}, "a1"}, Bubble{{26, -33}, "a2"}};
     int index = 0;
     for (const Bubble& bubble : kBubbles) {
         const double value = valueOf(effect, bubble.shown);
@@ -77,15 +79,16 @@ void drawDots(QPainter& painter, const FzFx& effect, const PlimLook& look) {
             shape.addEllipse(QPointF(-1, -4.5), 10.5, 10.5);
             shape.addEllipse(QPointF(0, 5), 8.5, 8.5);
         } else {
-            const double radius = index == 1 ? 5.2 : 7.4;
+            const double radius = index == 1 ? 4.6 : 6.4;
             shape.addEllipse(QPointF(0, 0), radius, radius);
         }
         painter.save();
-        painter.translate(placeOf(effect) + bubble.at + QPointF(0, drift));
-        painter.scale(size * (0.55 + 0.45 * value), size * (0.55 + 0.45 * value));
+        painter.translate(placeOf(effect) + near * bubble.at + QPointF(0, drift));
+        const double size = (0.55 + 0.45 * value) * (full || cloud ? 1 : 1.25);
+        painter.scale(size, size);
         Layer layer(painter, shape.boundingRect().adjusted(-4, -4, 4, 4));
         // The line goes beneath, so that the circles of the cloud melt into one.
-        const double line = look.detail == PlimDetail::full ? 3.4 : 4.6;
+        const double line = full ? 3.4 : 4.6;
         if (!look.dark) layer.painter().strokePath(shape, roundPen(tint(darkerOnLight(color)), line));
         fill(layer.painter(), shape, linear({0, -14}, {0, 14}, {{0, tint(0xFFFFFCF0)}, {1, tint(color)}}));
         if (cloud) {
@@ -126,8 +129,8 @@ void drawZs(QPainter& painter, const FzFx& effect, const PlimLook& look) {
         const double risen = turn - std::floor(turn);
         const double shown = smoothstep(0, 0.14, risen) * (1 - smoothstep(0.78, 1, risen));
         if (shown <= 0) continue;
-        const QPointF at = placeOf(effect) +
-                           QPointF(50 * risen + 4 * std::sin(2 * std::numbers::pi * risen), 4 - 64 * risen);
+        const QPointF at = placeOf(effect) + QPointF(50 * risen + 4 * std::sin(2 * std::numbers::pi * risen),
+                                                     4 - (full ? 64 : 52) * risen);
         const double half = lerp(7, 16, risen) / 2 * (full ? 1 : 1.25);
         QPainterPath letter(at + QPointF(-half, -half));
         letter.lineTo(at + QPointF(half, -half));
@@ -162,9 +165,10 @@ void drawSpark(QPainter& painter, const Spark& spark, const PlimLook& look) {
     if (reach <= 0 || spark.alpha <= 0) return;
     const bool full = look.detail == PlimDetail::full;
     if (look.dark) {
-        const auto halo = radial(spark.at, 1.7 * reach, {{0, tint(spark.color, 0.42 * spark.alpha)},
-                                                         {0.5, tint(spark.color, 0.16 * spark.alpha)},
-                                                         {1, tint(spark.color, 0)}});
+        const auto halo = radial(spark.at, 1.7 * reach,
+                                 {{0, tint(spark.color, 0.42 * spark.alpha)},
+                                  {0.5, tint(spark.color, 0.16 * spark.alpha)},
+                                  {1, tint(spark.color, 0)}});
         fill(painter, ellipse(spark.at, 1.7 * reach, 1.7 * reach), halo);
     }
     QPainterPath star;
@@ -189,16 +193,23 @@ void drawBurst(QPainter& painter, const FzFx& burst, const PlimLook& look, const
     if (progress <= 0 || shown <= 0) return;
     constexpr std::array<QRgb, 4> kColors{0xFFFFD84D, 0xFFFFB3DE, 0xFFC9CFFF, 0xFFFFE39A};
     const QPointF centre = placeOf(burst);
-    for (int ray = 0; ray < 12; ++ray) {
-        const QPointF way = dir(-75 + 30 * ray);
+    const bool full = look.detail == PlimDetail::full;
+    const int rays = full ? 12 : 8;
+    for (int ray = 0; ray < rays; ++ray) {
+        const QPointF way = dir(-75 + 360.0 / rays * ray);
         const bool streak = ray % 2 == 0;
         const QRgb color = kColors[static_cast<std::size_t>(ray / 2 + ray % 2) % kColors.size()];
         // What flies ends within the canvas, wherever the edge is.
         const double end = std::min(streak ? 99.0 : 87.0, roomTowards(room, centre, way) - (streak ? 14 : 12));
         const double at = lerp(std::min(50.0, end), end, progress);
         if (!streak) {
-            drawSpark(painter, {.at = centre + at * way, .reach = 1.7 * 5.4 * (1 - 0.5 * progress), .turn = 15.0 * ray,
-                                .color = color, .alpha = shown}, look);
+            drawSpark(painter,
+                      {.at = centre + at * way,
+                       .reach = 1.7 * 5.4 * (1 - 0.5 * progress),
+                       .turn = 15.0 * ray,
+                       .color = color,
+                       .alpha = shown},
+                      look);
             continue;
         }
         // It stretches as it flies and shrinks to a point at the end.
@@ -206,7 +217,7 @@ void drawBurst(QPainter& painter, const FzFx& burst, const PlimLook& look, const
         if (!(length > 0.5)) continue;
         QPainterPath path(centre + (at - length / 2) * way);
         path.lineTo(centre + (at + length / 2) * way);
-        strokeLight(painter, path, color, 3.6, shown, look);
+        strokeLight(painter, path, color, full ? 3.6 : 6, shown, look);
     }
     const double radius = lerp(46, 88, progress);
     const double ring = shown * (1 - progress) * (1 - progress);
@@ -217,8 +228,13 @@ void drawEffect(QPainter& painter, const FzFx& effect, const PlimLook& look) {
     if (opacityOf(effect) <= 0) return;
     if (effect.type == "spark") {
         const double size = look.detail == PlimDetail::full ? 1.7 : 1.7 * 1.25;
-        drawSpark(painter, {.at = placeOf(effect), .reach = size * valueOf(effect, "s"), .turn = valueOf(effect, "r"),
-                            .color = colorOf(effect), .alpha = opacityOf(effect)}, look);
+        drawSpark(painter,
+                  {.at = placeOf(effect),
+                   .reach = size * valueOf(effect, "s"),
+                   .turn = valueOf(effect, "r"),
+                   .color = colorOf(effect),
+                   .alpha = opacityOf(effect)},
+                  look);
     } else if (effect.type == "motion") {
         drawMotion(painter, effect, look);
     } else if (effect.type == "dots") {

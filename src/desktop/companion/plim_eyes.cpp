@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "desktop/companion/plim_brush.h"
 #include "desktop/companion/plim_parts.h"
@@ -13,27 +14,32 @@ constexpr double kHigh = 15;
 /// What of an eye is open, in half eyes: -1 is its top, 1 its bottom. Open, closed and laughing are three of these, and
 /// every way between two is a lid in motion.
 struct Opening {
-    double upper = -1;     ///< middle of the upper lid's edge
-    double lower = 1;      ///< middle of the lower lid's edge
-    double ends = -0.18;   ///< where the edges end at the sides
-    double width = 1;      ///< of the edges, of half an eye
+    double upper = -1;  ///< middle of the upper lid's edge
+    double lower = 1;  ///< middle of the lower lid's edge
+    double ends = -0.18;  ///< where the edges end at the sides
+    double width = 1;  ///< of the edges, of half an eye
+    double laugh = 0;  ///< 1: the cheek closes it from below
 
     [[nodiscard]] double height() const { return (lower - upper) / 2; }
 };
 
 constexpr Opening kClosed{0.46, 0.46, 0.02, 0.9};
-constexpr Opening kLaughing{-0.42, -0.42, 0.34, 0.88};
+constexpr Opening kLaughing{-0.42, -0.42, 0.34, 0.88, 1};
 
 Opening between(const Opening& a, const Opening& b, double u) {
-    return {lerp(a.upper, b.upper, u), lerp(a.lower, b.lower, u), lerp(a.ends, b.ends, u), lerp(a.width, b.width, u)};
+    return {lerp(a.upper, b.upper, u), lerp(a.lower, b.lower, u), lerp(a.ends, b.ends, u), lerp(a.width, b.width, u),
+            lerp(a.laugh, b.laugh, u)};
 }
 
 Opening openingOf(const PlimPose& pose, int side) {
     if (pose.eye == PlimEye::happy) return kLaughing;
     if (pose.eye == PlimEye::closed) return kClosed;
-    // The lower lid only helps at the end of a blink.
-    Opening opening = between({}, kClosed, clamp01(pose.lid));
-    opening.lower = lerp(1, kClosed.lower, smoothstep(0.5, 1, pose.lid));
+    // On its way down the lid is arched like the ball beneath it, which looks drowsy; a straight one would look smug.
+    // The lower lid only helps at the end.
+    const double lid = clamp01(pose.lid);
+    Opening opening = between({}, kClosed, lid);
+    opening.ends += 0.24 * std::sin(std::numbers::pi * lid);
+    opening.lower = lerp(1, kClosed.lower, smoothstep(0.5, 1, lid));
     return side < 0 ? opening : between(opening, kLaughing, clamp01(pose.wink));
 }
 
@@ -122,14 +128,15 @@ void drawBall(QPainter& target, const Eye& eye) {
     Layer layer(target, QRectF(-kWide - 1, -kHigh - 1, 2 * kWide + 2, 2 * kHigh + 2));
     QPainter& painter = layer.painter();
     fill(painter, ellipse({0, 0}, kWide, kHigh),
-         linear({0, -kHigh}, {0, 12}, {{0, tint(0xFFE9DDF2)}, {1, tint(0xFFFFFDF8)}}));
+         linear({0, -kHigh}, {0, 12}, {{0, tint(0xFFEDE3F5)}, {1, tint(0xFFFFFDF8)}}));
     painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
     drawIris(painter, eye);
-    if (eye.full()) painter.strokePath(eye.upper.path(), QPen(tint(kInk, 0.22), 8.5));
+    if (eye.full()) painter.strokePath(eye.upper.path(), QPen(tint(0xFF5B3A86, 0.12), 8));
     const double dim = dimness(eye.pose);
     const QColor skin = mixed(0xFFFFDD69, 0xFFFBD093, dim);
     fill(painter, beyond(eye.upper, -kHigh - 4),
-         linear({0, -kHigh}, {0, 8}, {{0, mixed(0xFFFFE277, 0xFFFFD9A0, dim)}, {1, mixed(0xFFFFC452, 0xFFF3B988, dim)}}));
+         linear({0, -kHigh}, {0, 8},
+                {{0, mixed(0xFFFFE98F, 0xFFFFE0AE, dim)}, {1, mixed(0xFFFFD65E, 0xFFF8C890, dim)}}));
     if (eye.opening.lower < 0.999) fill(painter, beyond(eye.lower, kHigh + 4), skin);
     layer.put();
 }
@@ -139,16 +146,19 @@ void drawContour(QPainter& painter, const Eye& eye) {
     const double width = eye.full() ? 1.7 : 3;
     const double covered = smoothstep(0.06, 0.22, eye.opening.height() < 1 ? 1 - eye.opening.height() : 0);
     const QRectF box(-kWide, -kHigh, 2 * kWide, 2 * kHigh);
-    const auto angle = [](QPointF at) {
-        return std::atan2(-at.y() / kHigh, at.x() / kWide) * 180 / 3.14159265358979;
-    };
+    const auto angle = [](QPointF at) { return std::atan2(-at.y() / kHigh, at.x() / kWide) * 180 / std::numbers::pi; };
     const double right = angle(eye.upper.right);
     const double left = angle(eye.upper.left);
     if (covered > 0 && eye.full()) {
         QPainterPath fold;
         fold.arcMoveTo(box, right);
         fold.arcTo(box, right, std::fmod(left - right + 360, 360));
-        painter.strokePath(fold, roundPen(tint(0xFFC9772B, 0.55 * covered), 1.4));
+        const auto ink = linear(eye.upper.left, eye.upper.right,
+                                {{0, tint(0xFFC9772B, 0)},
+                                 {0.3, tint(0xFFC9772B, 0.5 * covered)},
+                                 {0.7, tint(0xFFC9772B, 0.5 * covered)},
+                                 {1, tint(0xFFC9772B, 0)}});
+        painter.strokePath(fold, roundPen(ink, 1.5));
     }
     QPainterPath open;
     if (eye.opening.lower > 0.999) {
@@ -160,29 +170,32 @@ void drawContour(QPainter& painter, const Eye& eye) {
     painter.strokePath(open, roundPen(tint(kInk), width));
 }
 
+/// Two, which come out as the eye shuts.
+void drawOuterLashes(QPainter& painter, const Eye& eye, double out) {
+    if (out <= 0) return;
+    const QPointF end = eye.side < 0 ? eye.upper.left : eye.upper.right;
+    const auto lash = [&](QPointF from, QPointF by) {
+        const QPointF start = end + QPointF(eye.side * from.x(), from.y());
+        const QPointF tip = start + out * QPointF(eye.side * by.x(), by.y());
+        painter.strokePath(curve(start, (start + tip) / 2 + out * QPointF(0, 0.9), tip), roundPen(tint(kInk), 2.1));
+    };
+    lash({-0.4, 0.2}, {4.4, 0.7});
+    lash({-3.4, 3.6}, {3.1, 3.4});
+}
+
 /// The upper lid's edge: a crescent of lashes over an open eye that becomes the line of a closed one.
 void drawLash(QPainter& painter, const Eye& eye) {
-    const bool laughing = eye.opening.ends > 0.1;
     const double shut = clamp01(1 - eye.opening.height());
     const double heavy = eye.full() ? 1 : 1.25;
     const double thick = lerp(3.6, 1.2, smoothstep(0.6, 1, shut)) * heavy;
     QPainterPath crescent = eye.upper.path(0.6 * thick);
     eye.upper.addBack(crescent, -0.4 * thick);
     crescent.closeSubpath();
-    const double line = lerp(1.2, laughing ? 3.8 : 3.2, smoothstep(0, 1, shut)) * heavy;
+    const double line = lerp(1.2, lerp(3.2, 3.8, eye.opening.laugh), smoothstep(0, 1, shut)) * heavy;
     painter.setPen(roundPen(tint(kInk), line));
     painter.setBrush(tint(kInk));
     painter.drawPath(crescent);
-    if (eye.full() && !laughing) {
-        // Two lashes at the outer end, longer the more the eye is shut.
-        const QPointF end = eye.side < 0 ? eye.upper.left : eye.upper.right;
-        const double out = smoothstep(0.25, 1, shut);
-        painter.setPen(roundPen(tint(kInk), 2.4));
-        if (out > 0) {
-            painter.drawLine(end, end + out * QPointF(4.6 * eye.side, 0.6));
-            painter.drawLine(end + QPointF(-2.6 * eye.side, 2.6 * out), end + out * QPointF(1.6 * eye.side, 6));
-        }
-    }
+    if (eye.full()) drawOuterLashes(painter, eye, smoothstep(0.4, 1, shut) * (1 - eye.opening.laugh));
     painter.setPen(Qt::NoPen);
     painter.setBrush(Qt::NoBrush);
 }

@@ -54,7 +54,8 @@ void drawTurningPage(QPainter& painter, double flip) {
     QPainterPath page(QPointF(0, -16));
     page.cubicTo(QPointF(10 * across, -24 - 8 * raised) + bulge, QPointF(26 * across, -24 - 18 * raised) + bulge, top);
     page.lineTo(bottom);
-    page.cubicTo(QPointF(30 * across, 15 - 16 * raised) + bulge, QPointF(12 * across, 15 - 4 * raised) + bulge, {0, 24});
+    page.cubicTo(QPointF(30 * across, 15 - 16 * raised) + bulge, QPointF(12 * across, 15 - 4 * raised) + bulge,
+                 {0, 24});
     page.closeSubpath();
     const double shown = smoothstep(0, 0.08, flip) * (1 - smoothstep(0.92, 1, flip));
     fill(painter, page,
@@ -66,8 +67,8 @@ void drawPaws(QPainter& painter, const PlimPose& pose, const PlimLook& look) {
     const double dim = dimness(pose);
     for (const int side : {-1, 1}) {
         const QPointF at(45 * side, 8);
-        auto light = radial(at + QPointF(1.5, -2.5), 12, {{0, mixed(0xFFFFE88C, 0xFFFFE0B0, dim)},
-                                                          {1, mixed(0xFFFFB944, 0xFFEFAE8E, dim)}});
+        auto light = radial(at + QPointF(1.5, -2.5), 12,
+                            {{0, mixed(0xFFFFE88C, 0xFFFFE0B0, dim)}, {1, mixed(0xFFFFB944, 0xFFEFAE8E, dim)}});
         fill(painter, ellipse(at, 8.5, 9.5), light);
         painter.strokePath(ellipse(at, 8.5, 9.5), roundPen(tint(look.dark ? 0xFFE8903A : 0xFFD27C2C),
                                                            look.detail == PlimDetail::full ? 2 : 3.4));

@@ -15,7 +15,7 @@ constexpr QPointF kBadgeFrom{125, 116};
 constexpr QPointF kBadgeTo{124, 119};
 constexpr QPointF kBadgeMiddle{124, 116};
 constexpr double kBadgePull = 0.86;
-constexpr double kBadgeJump = 0.5;  // of a jump's height: there is less room above
+constexpr double kBadgeJump = 0.3;  // of a jump's height: there is less room above
 
 FzFx pulled(FzFx effect) {
     for (const auto& [name, middle] : {std::pair{"x", kBadgeMiddle.x()}, std::pair{"y", kBadgeMiddle.y()}})

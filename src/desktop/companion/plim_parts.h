@@ -8,8 +8,8 @@
 
 namespace tessary {
 
-// The parts of the companion. Each draws in canvas units with the painter as it finds it and leaves it so, but for those
-// that say that they draw in the body's own space, whose origin is the heart of the star at rest.
+// The parts of the companion. Each draws in canvas units with the painter as it finds it and leaves it so, but for
+// those that say that they draw in the body's own space, whose origin is the heart of the star at rest.
 
 /// Where the star's heart rests on the canvas.
 inline constexpr QPointF kHeart{128, 116};

@@ -100,7 +100,7 @@ void drawStreaks(QPainter& painter, const Blade& blade, const Sweep& sweep) {
 void drawTrail(QPainter& painter, const PlimPose& pose, const PlimLook& look) {
     const Sweep sweep = sweepOf(pose, look);
     if (look.detail != PlimDetail::full) {
-        drawBlade(painter, {4, 1, 24, 0xFFFFB52A, 0xFFFFC95A}, sweep);
+        drawBlade(painter, {4, 1, 24, 0xFFFFB52A, look.dark ? 0xFFFFA765 : 0xFFFFC95A}, sweep);
         drawBlade(painter, {-12, 0.92, 19, 0xFFFF6FB8, 0xFFFF9AD0}, sweep);
         return;
     }
@@ -113,25 +113,24 @@ void drawTrail(QPainter& painter, const PlimPose& pose, const PlimLook& look) {
 
 void drawGlow(QPainter& painter, const PlimPose& pose, const PlimLook& look, const QRectF& room) {
     const QPointF heart = kHeart + QPointF(pose.dx, pose.dy);
-    const double edge = std::min({heart.x() - room.left(), room.right() - heart.x(), heart.y() - room.top(),
-                                  room.bottom() - heart.y()});
+    const double edge = std::min(
+        {heart.x() - room.left(), room.right() - heart.x(), heart.y() - room.top(), room.bottom() - heart.y()});
     const double glow = std::clamp(pose.glow, 0.0, 1.9);
     const double reach = std::min(78 + 18 * glow, edge - 1);
     if (reach <= 20) return;
     // Stops are told from a radius of 20 on, which the star always covers.
     const auto at = [reach](double u) { return lerp(20, reach, u) / reach; };
     const double strong = std::pow(glow, 1.1);
-    const auto light =
-        look.dark ? radial(heart, reach,
-                           {{at(0), tint(0xFFFFC46B, 0.62 * strong)},
-                            {at(0.48), tint(0xFFFF9E62, 0.36 * strong)},
-                            {at(0.74), tint(0xFFC66FA8, 0.14 * glow)},
-                            {1, tint(0xFFC66FA8, 0)}})
-                  : radial(heart, reach,
-                           {{at(0), tint(0xFFFFCB5C, 0.50 * glow)},
-                            {at(0.52), tint(0xFFFFD27A, 0.34 * glow)},
-                            {at(0.78), tint(0xFFFFD3B8, 0.11 * glow)},
-                            {1, tint(0xFFFFD3B8, 0)}});
+    const auto light = look.dark ? radial(heart, reach,
+                                          {{at(0), tint(0xFFFFC46B, 0.62 * strong)},
+                                           {at(0.48), tint(0xFFFF9E62, 0.36 * strong)},
+                                           {at(0.74), tint(0xFFC66FA8, 0.14 * glow)},
+                                           {1, tint(0xFFC66FA8, 0)}})
+                                 : radial(heart, reach,
+                                          {{at(0), tint(0xFFFFCB5C, 0.50 * glow)},
+                                           {at(0.52), tint(0xFFFFD27A, 0.34 * glow)},
+                                           {at(0.78), tint(0xFFFFD3B8, 0.11 * glow)},
+                                           {1, tint(0xFFFFD3B8, 0)}});
     fill(painter, ellipse(heart, reach, reach), light);
 }
 
@@ -147,10 +146,9 @@ void drawDust(QPainter& painter, const PlimPose& pose, const PlimLook& look) {
                                  Grain{3.2, 0.93, 33, 0xFFC9CFFF}};
     const QPointF along = dir(sweep.angle);
     for (const Grain& grain : kGrains) {
-        const QPointF at = sweep.lagging + std::min(sweep.length * grain.along, 122.0) * along +
-                           grain.sideways * normal(along);
-        drawSpark(painter,
-                  {.at = at, .reach = grain.reach * shown, .color = grain.color, .alpha = sweep.alpha * shown},
+        const QPointF at =
+            sweep.lagging + std::min(sweep.length * grain.along, 122.0) * along + grain.sideways * normal(along);
+        drawSpark(painter, {.at = at, .reach = grain.reach * shown, .color = grain.color, .alpha = sweep.alpha * shown},
                   look);
     }
 }
