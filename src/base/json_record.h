@@ -288,7 +288,9 @@ struct FieldTable {
 
     static constexpr auto readers = makeReaders(std::make_index_sequence<kCount>{});
     static constexpr auto missing = makeMissing(std::make_index_sequence<kCount>{});
-    static constexpr auto writers = makeWriters(std::make_index_sequence<kCount>{});
+    /// With its type spelled out, so that a record that is only read needs no writing of its members.
+    static constexpr std::array<void (*)(const T&, JsonWriter&), kCount> writers =
+        makeWriters(std::make_index_sequence<kCount>{});
 
     /// `expected` is tried first: files list their keys in the order of the table. `kCount` for an unknown key.
     static std::size_t find(std::string_view key, std::size_t expected) {
