@@ -6,6 +6,7 @@
 #include <QtQuickControls2/QQuickStyle>
 
 // A static module is only there when the program asks for it; so this is for one source file of each program.
+Q_IMPORT_QML_PLUGIN(Tessary_CompanionPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_KitPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_DeskPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_ShelfPlugin)

@@ -6,6 +6,7 @@ namespace tessary {
 namespace {
 
 constexpr const char* kThemeKey = "tessary.theme";
+constexpr const char* kCompanionKey = "tessary.companion";
 
 }  // namespace
 
@@ -34,6 +35,14 @@ void Desk::setTheme(const QString& theme) {
     if (theme == this->theme()) return;
     if (const auto stored = settings().setText(kThemeKey, theme.toStdString()); !stored) return refuse(stored.error());
     Q_EMIT themeChanged();
+}
+
+bool Desk::companion() const { return settings().boolean(kCompanionKey).value_or(true); }
+
+void Desk::setCompanion(bool companion) {
+    if (companion == this->companion()) return;
+    if (const auto stored = settings().setBoolean(kCompanionKey, companion); !stored) return refuse(stored.error());
+    Q_EMIT companionChanged();
 }
 
 QStringList Desk::problems() const {

@@ -19,6 +19,8 @@ class Desk final : public QObject {
 
     /// "system", "light" or "dark".
     Q_PROPERTY(QString theme READ theme WRITE setTheme NOTIFY themeChanged)
+    /// Whether the animated companion is shown.
+    Q_PROPERTY(bool companion READ companion WRITE setCompanion NOTIFY companionChanged)
     /// What could not be read at the start; a line each.
     Q_PROPERTY(QStringList problems READ problems CONSTANT)
 
@@ -37,6 +39,8 @@ public:
 
     [[nodiscard]] QString theme() const;
     void setTheme(const QString& theme);
+    [[nodiscard]] bool companion() const;
+    void setCompanion(bool companion);
     [[nodiscard]] QStringList problems() const;
 
     /// Tells the user that something could not be done; the window shows it.
@@ -46,6 +50,7 @@ Q_SIGNALS:
     void libraryChanged();
     void cardsChanged();
     void themeChanged();
+    void companionChanged();
     void refused(const QString& sentence);
 
 private:
