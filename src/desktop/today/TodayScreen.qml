@@ -42,8 +42,11 @@ FocusScope {
             RowLayout {
                 Layout.fillWidth: true
                 spacing: 16
-                Plim {
+                PlimBadge {
+                    desk: screen.desk
                     size: 72
+                    picture: true
+                    reaction: today.reaction
                     Layout.leftMargin: -6
                 }
                 ColumnLayout {
