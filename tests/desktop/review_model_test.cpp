@@ -3,19 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QCoreApplication>
-#include <filesystem>
-#include <iostream>
 #include <thread>
 
+#include "desktop/desk_rig.h"
 #include "support/loopback_server.h"
 #include "support/virtual_loop.h"
 
 namespace tessary {
 namespace {
 
-const Date kNow = *parseIso8601("2026-11-21T09:30:00Z");
-
-std::optional<std::string> noEnvironment(std::string_view) { return std::nullopt; }
+const Date kNow = *parseIso8601(DeskRig<>::kRigNow);
 
 CardContent basic(const std::string& front, const std::string& back) {
     CardContent content;
@@ -38,30 +35,19 @@ CardContent choice(const std::vector<std::string>& options, std::int64_t correct
     return content;
 }
 
-/// A sitting on a library of its own, with real files, in the order of the cards. Time stands still.
-class ReviewModelTest : public testing::Test {
+/// A sitting on a library of its own, in the order of the cards. Time stands still.
+class ReviewModelTest : public testing::Test, public DeskRig<VirtualLoop> {
 protected:
     ReviewModelTest() {
         set("flashcards.shuffle", false);
-        JournalEntry page;
-        page.title = "The Estates-General";
-        page.notebookID = desk_.library().addNotebook("Modern History");
-        page_ = *desk_.library().addPage(page);
-        review_.setDesk(&desk_);
-    }
-    ~ReviewModelTest() override {
-        EXPECT_TRUE(workspace_->close());
-        std::filesystem::remove_all(home_);
+        page_ = addPage("The Estates-General", library().addNotebook("Modern History"));
+        review_.setDesk(&desk);
     }
 
-    static std::filesystem::path makeHome() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "tessary-review-XXXXXX").string();
-        return mkdtemp(pattern.data());
-    }
-    void set(const std::string& key, bool value) { EXPECT_TRUE(ports_.settings.setBoolean(key, value)); }
-    void setText(const std::string& key, const std::string& text) { EXPECT_TRUE(ports_.settings.setText(key, text)); }
-    CardId add(CardContent content) { return desk_.cards().addCards(page_, {std::move(content)}, kNow).front(); }
-    const Flashcard& card(CardId id) const { return *desk_.cards().cards().find(id); }
+    void set(const std::string& key, bool value) { EXPECT_TRUE(ports.settings.setBoolean(key, value)); }
+    void setText(const std::string& key, const std::string& text) { EXPECT_TRUE(ports.settings.setText(key, text)); }
+    CardId add(CardContent content) { return addCard(page_, std::move(content)); }
+    const Flashcard& card(CardId id) const { return *cards().cards().find(id); }
     /// Shows the answer of each card and rates it.
     void rateAll(const std::vector<int>& ratings) {
         for (const int rating : ratings) {
@@ -71,20 +57,12 @@ protected:
     }
     void waitForTheCheck() {
         while (review_.state() == "checking") {
-            loop_.runReady();
+            loop.runReady();
             std::this_thread::yield();
         }
     }
     std::vector<int> counts() const { return {review_.newCount(), review_.learningCount(), review_.reviewCount()}; }
 
-    std::filesystem::path home_ = makeHome();
-    AppPaths paths_ = *portablePaths(home_, PosixFileSystem());
-    SystemPorts ports_{paths_, kNow, std::cerr};
-    VirtualLoop loop_;
-    std::unique_ptr<Workspace> workspace_ =
-        std::move(*Workspace::open(paths_, ports_.forWorkspace(noEnvironment, loop_), WorkspaceUse::change));
-    AISystem ai_{{.files = ports_.files, .ids = ports_.ids, .text = ports_.text}, noEnvironment};
-    Desk desk_{*workspace_, ports_, loop_, ai_};
     ReviewModel review_;
     PageId page_;
 };
@@ -156,7 +134,7 @@ TEST_F(ReviewModelTest, TypedAnswersAreComparedAndSuggestARating) {
     add(basic("Capital of Hungary?", "Budapest"));
     review_.start("");
     review_.setTypeAnswers(true);
-    EXPECT_EQ(ports_.settings.boolean("flashcards.typeAnswers"), true);
+    EXPECT_EQ(ports.settings.boolean("flashcards.typeAnswers"), true);
     EXPECT_EQ(review_.state(), "typing");
     EXPECT_EQ(review_.card().blanks, 2);
     review_.answerTyped({"mito", "atp"});
@@ -225,16 +203,16 @@ TEST_F(ReviewModelTest, EditingChangesTheCardWhereItIs) {
 }
 
 TEST_F(ReviewModelTest, TellsOfLeechesAndOfWhatKeysHaveDone) {
-    EXPECT_TRUE(ports_.settings.setInteger("flashcards.leechLapses", 1));
+    EXPECT_TRUE(ports.settings.setInteger("flashcards.leechLapses", 1));
     for (const auto& [suspends, notice] : {std::pair{false, kLeechStaysInReview}, {true, kSuspendedAsLeech}}) {
         set("flashcards.suspendLeeches", suspends);
         const CardId id = add(basic("leech", "A"));
-        desk_.cards().rate(id, Rating::easy, kNow - 80 * kSecondsPerDay);
+        cards().rate(id, Rating::easy, kNow - 80 * kSecondsPerDay);
         review_.start("");
         rateAll({1});
         EXPECT_EQ(review_.notice().toStdString(), notice);
         EXPECT_EQ(card(id).suspended, suspends);
-        desk_.cards().remove(id);
+        cards().remove(id);
     }
     const CardId id = add(basic("a", "A"));
     review_.start("");
@@ -255,15 +233,15 @@ TEST_F(ReviewModelTest, TellsOfLeechesAndOfWhatKeysHaveDone) {
 TEST_F(ReviewModelTest, ALearningCardComesBackWhenItIsNear) {
     review_.start("");
     EXPECT_EQ(review_.emptyText(), "There are no cards yet. Make some from the text of a page.");
-    desk_.cards().rate(add(basic("soon", "A")), Rating::again, kNow + 3600);
+    cards().rate(add(basic("soon", "A")), Rating::again, kNow + 3600);
     review_.start("");
     EXPECT_EQ(review_.state(), "empty");
     EXPECT_EQ(review_.emptyText(), "Nothing is due now. The next card is due in 1h.");
-    ports_.clock = ProgramClock(kNow + 1800);
-    loop_.advance(1800);
+    ports.clock = ProgramClock(kNow + 1800);
+    loop.advance(1800);
     EXPECT_EQ(review_.state(), "empty");
-    ports_.clock = ProgramClock(kNow + 3000);
-    loop_.advance(1200);
+    ports.clock = ProgramClock(kNow + 3000);
+    loop.advance(1200);
     EXPECT_EQ(review_.card().front, "soon");
 }
 
@@ -274,10 +252,10 @@ TEST_F(ReviewModelTest, ACardThatGoesElsewhereIsNotAskedAnyMore) {
     review_.start(toQml(page_));
     EXPECT_EQ(review_.title(), "The Estates-General");
     review_.reveal();
-    desk_.cards().remove(first);
+    cards().remove(first);
     QCoreApplication::processEvents();
     EXPECT_EQ(std::pair(review_.state(), review_.card().front), std::pair(QString("question"), QString("b")));
-    ASSERT_TRUE(desk_.library().deletePage(page_));
+    ASSERT_TRUE(library().deletePage(page_));
     QCoreApplication::processEvents();
     EXPECT_EQ(review_.state(), "done");
 }
@@ -315,7 +293,7 @@ TEST_F(ReviewModelTest, TheAiJudgesWhenItIsAskedTo) {
     server.waitForRequests(4);
     review_.reveal();
     EXPECT_EQ(review_.state(), "answer") << "nobody has to wait";
-    loop_.runReady();
+    loop.runReady();
     EXPECT_EQ(review_.grade(), GradeNote());
 }
 

@@ -2,49 +2,31 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtTest/QSignalSpy>
-#include <filesystem>
-#include <iostream>
 
+#include "desktop/desk_rig.h"
 #include "desktop/shelf/notebook_draft.h"
-#include "platform/adapters/qt/qt_main_loop.h"
 
 namespace tessary {
 namespace {
 
-std::optional<std::string> noEnvironment(std::string_view) { return std::nullopt; }
-
-/// The shelf on a library of its own, with real files. Changes arrive through the event loop.
-class ShelfTest : public testing::Test {
+/// The shelf on a library of its own. Changes arrive through the event loop.
+class ShelfTest : public testing::Test, public DeskRig<> {
 protected:
     ShelfTest() {
-        shelf_.setDesk(&desk_);
-        QObject::connect(&desk_, &Desk::refused, &desk_, [this](const QString& sentence) { refused_ = sentence; });
-    }
-    ~ShelfTest() override {
-        EXPECT_TRUE(workspace_->close());
-        std::filesystem::remove_all(home_);
-    }
-
-    static std::filesystem::path makeHome() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "tessary-shelf-XXXXXX").string();
-        return mkdtemp(pattern.data());
+        shelf_.setDesk(&desk);
+        QObject::connect(&desk, &Desk::refused, &desk, [this](const QString& sentence) { refused_ = sentence; });
     }
 
     /// Made at the fixed time plus `age` seconds.
     NotebookId addNotebook(const std::string& name, double age) {
         Notebook notebook;
         notebook.name = name;
-        notebook.createdAt = desk_.now() + age;
-        return desk_.library().addNotebook(notebook);
+        notebook.createdAt = desk.now() + age;
+        return library().addNotebook(notebook);
     }
-    PageId addPage(std::optional<NotebookId> notebook, int cards) {
-        JournalEntry page;
-        page.notebookID = notebook;
-        const PageId id = *desk_.library().addPage(page);
-        CardContent content;
-        content.front = "Question";
-        content.back = "Answer";
-        desk_.cards().addCards(id, std::vector<CardContent>(static_cast<std::size_t>(cards), content), desk_.now());
+    PageId addPageOfCards(std::optional<NotebookId> notebook, int count) {
+        const PageId id = addPage("", notebook);
+        for (int card = 0; card < count; ++card) addCard(id, "Question " + std::to_string(card), "Answer");
         return id;
     }
     static void settle() { QCoreApplication::processEvents(); }
@@ -56,14 +38,6 @@ protected:
         return names;
     }
 
-    std::filesystem::path home_ = makeHome();
-    AppPaths paths_ = *portablePaths(home_, PosixFileSystem());
-    SystemPorts ports_{paths_, parseIso8601("2026-11-21T09:30:00Z"), std::cerr};
-    QtMainLoop loop_;
-    std::unique_ptr<Workspace> workspace_ =
-        std::move(*Workspace::open(paths_, ports_.forWorkspace(noEnvironment, loop_), WorkspaceUse::change));
-    AISystem ai_{{.files = ports_.files, .ids = ports_.ids, .text = ports_.text}, noEnvironment};
-    Desk desk_{*workspace_, ports_, loop_, ai_};
     ShelfModel shelf_;
     QString refused_;
 };
@@ -83,16 +57,16 @@ TEST_F(ShelfTest, PinnedNotebooksStandFirstThenTheOneOpenedLast) {
 TEST_F(ShelfTest, CountsPagesAndWaitingCardsWhereTheyAre) {
     const NotebookId biology = addNotebook("Biology", -1);
     addNotebook("Empty", -2);
-    addPage(biology, 3);
-    const PageId gone = addPage(biology, 5);
-    ASSERT_TRUE(desk_.library().deletePage(gone));
-    desk_.cards().setSuspended(desk_.cards().cards()[0].id, true);
+    addPageOfCards(biology, 3);
+    const PageId gone = addPageOfCards(biology, 5);
+    ASSERT_TRUE(library().deletePage(gone));
+    cards().setSuspended(cards().cards()[0].id, true);
     settle();
     EXPECT_EQ(names(), QStringList({"Biology", "Empty"}));  // no loose pages, so nothing stands for them
     EXPECT_EQ(at(0, ShelfModel::DueRole).toInt(), 2);
     EXPECT_EQ(shelf_.summary(), "2 notebooks · 1 page · 3 cards");
 
-    addPage(std::nullopt, 1);
+    addPageOfCards(std::nullopt, 1);
     settle();
     ASSERT_EQ(shelf_.rowCount(), 3);
     EXPECT_TRUE(at(2, ShelfModel::IsLooseRole).toBool());
@@ -111,7 +85,7 @@ TEST_F(ShelfTest, RefreshesTheRowThatChangedAndNoOther) {
     QSignalSpy reset(&shelf_, &ShelfModel::modelReset);
     QSignalSpy inserted(&shelf_, &ShelfModel::rowsInserted);
     QSignalSpy removed(&shelf_, &ShelfModel::rowsRemoved);
-    addPage(b, 2);
+    addPageOfCards(b, 2);
     settle();
     ASSERT_EQ(changed.size(), 1);
     EXPECT_EQ(changed[0][0].toModelIndex().row(), 1);
@@ -126,16 +100,16 @@ TEST_F(ShelfTest, RefreshesTheRowThatChangedAndNoOther) {
 TEST_F(ShelfTest, PagesOfADeletedNotebookBecomeLooseOrGoToTheTrash) {
     const NotebookId kept = addNotebook("Kept pages", -1);
     const NotebookId trashed = addNotebook("Trashed pages", -2);
-    addPage(kept, 0);
-    addPage(trashed, 0);
-    addPage(trashed, 0);
+    addPageOfCards(kept, 0);
+    addPageOfCards(trashed, 0);
+    addPageOfCards(trashed, 0);
     EXPECT_TRUE(shelf_.remove(toQml(kept), false));
     EXPECT_TRUE(shelf_.remove(toQml(trashed), true));
     settle();
     ASSERT_EQ(shelf_.rowCount(), 1);
     EXPECT_TRUE(at(0, ShelfModel::IsLooseRole).toBool());
     EXPECT_EQ(at(0, ShelfModel::PagesRole).toInt(), 1);
-    EXPECT_EQ(desk_.library().trash().size(), 2U);
+    EXPECT_EQ(library().trash().size(), 2U);
 }
 
 TEST_F(ShelfTest, ADraftMakesANotebookAndRestylesItWithoutLosingTheRest) {
@@ -161,7 +135,7 @@ TEST_F(ShelfTest, ADraftMakesANotebookAndRestylesItWithoutLosingTheRest) {
     draft.setProperty("color", "#123456");
     EXPECT_EQ(draft.save(), id);
     settle();
-    const Notebook& saved = *desk_.library().notebooks().find(fromQml<NotebookId>(id));
+    const Notebook& saved = *library().notebooks().find(fromQml<NotebookId>(id));
     EXPECT_EQ(saved.colorHex, "123456");
     EXPECT_EQ(saved.subtitle, "Year 2");
     EXPECT_EQ(saved.pattern, CoverPattern::waves);
@@ -173,17 +147,17 @@ TEST_F(ShelfTest, ALookOfAnotherProgramStaysUsable) {
     odd.name = "Odd";
     odd.colorHex = "sunset";
     odd.accentHex = "?";
-    const QString id = toQml(desk_.library().addNotebook(odd));
+    const QString id = toQml(library().addNotebook(odd));
     settle();
     EXPECT_EQ(at(0, ShelfModel::ColorRole), "#FFDB00");
     EXPECT_EQ(at(0, ShelfModel::AccentRole), "");
     EXPECT_TRUE(shelf_.restyle(id, {{"material", "velvet"}, {"labelStyle", "embossed"}}));
-    EXPECT_EQ(desk_.library().notebooks().find(fromQml<NotebookId>(id))->material, CoverMaterial::classic);
-    EXPECT_EQ(desk_.library().notebooks().find(fromQml<NotebookId>(id))->labelStyle, CoverLabelStyle::embossed);
+    EXPECT_EQ(library().notebooks().find(fromQml<NotebookId>(id))->material, CoverMaterial::classic);
+    EXPECT_EQ(library().notebooks().find(fromQml<NotebookId>(id))->labelStyle, CoverLabelStyle::embossed);
 }
 
 TEST_F(ShelfTest, TellsWhatIsRefused) {
-    const QString gone = toQml(NotebookId{ports_.ids.next()});
+    const QString gone = toQml(NotebookId{ports.ids.next()});
     EXPECT_FALSE(shelf_.rename(gone, "Name"));
     EXPECT_EQ(refused_, "There is no such notebook.");
     refused_.clear();

@@ -1,63 +1,35 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QCoreApplication>
-#include <filesystem>
-#include <iostream>
 
-#include "app/welcome.h"
-#include "desktop/desk/desk.h"
+#include "desktop/desk_rig.h"
 #include "desktop/shell/navigator.h"
 #include "desktop/window.h"
-#include "platform/adapters/qt/qt_main_loop.h"
 
 namespace tessary {
 namespace {
 
-std::optional<std::string> noEnvironment(std::string_view) { return std::nullopt; }
-
-/// The whole window on a real library with the welcome notebook in it.
-class WindowTest : public testing::Test {
+/// The whole window on a library with the welcome notebook in it.
+class WindowTest : public testing::Test, public DeskRig<> {
 protected:
     WindowTest() {
         chooseLook();
-        std::string pattern = (std::filesystem::temp_directory_path() / "tessary-window-XXXXXX").string();
-        home_ = mkdtemp(pattern.data());
-        const AppPaths paths = portablePaths(home_, PosixFileSystem()).value();
-        ports_ = std::make_unique<SystemPorts>(paths, std::nullopt, std::cerr);
-        workspace_ = Workspace::open(paths, ports_->forWorkspace(noEnvironment, loop_), WorkspaceUse::change).value();
-        notebook_ = makeWelcomeNotebook(*workspace_)->notebook;
-        ai_ = std::make_unique<AISystem>(
-            AISystem::Shared{.files = ports_->files, .ids = ports_->ids, .text = ports_->text}, noEnvironment);
-        desk_ = std::make_unique<Desk>(*workspace_, *ports_, loop_, *ai_);
-        engine_ = std::make_unique<QQmlApplicationEngine>();
-        QObject::connect(engine_.get(), &QQmlEngine::warnings, [this](const QList<QQmlError>& warnings) {
+        QObject::connect(&engine_, &QQmlEngine::warnings, [this](const QList<QQmlError>& warnings) {
             for (const QQmlError& warning : warnings) problems_.push_back(warning.toString().toStdString());
         });
-        load(*engine_, "Tessary.Shell", "MainWindow", {{"desk", QVariant::fromValue(desk_.get())}});
-    }
-    ~WindowTest() override {
-        engine_.reset();
-        desk_.reset();
-        workspace_.reset();
-        std::filesystem::remove_all(home_);
+        load(engine_, "Tessary.Shell", "MainWindow", {{"desk", QVariant::fromValue(&desk)}});
     }
 
-    QQuickWindow& window() { return *qobject_cast<QQuickWindow*>(engine_->rootObjects().front()); }
+    QQuickWindow& window() { return *qobject_cast<QQuickWindow*>(engine_.rootObjects().front()); }
     Navigator& navigator() { return *window().findChild<Navigator*>(); }
 
-    std::filesystem::path home_;
-    QtMainLoop loop_;
-    std::unique_ptr<SystemPorts> ports_;
-    std::unique_ptr<Workspace> workspace_;
-    std::unique_ptr<AISystem> ai_;
-    std::unique_ptr<Desk> desk_;
-    std::unique_ptr<QQmlApplicationEngine> engine_;
-    NotebookId notebook_;
+    NotebookId notebook_ = makeWelcomeNotebook(*workspace)->notebook;
     std::vector<std::string> problems_;
+    QQmlApplicationEngine engine_;
 };
 
 TEST_F(WindowTest, EveryScreenComesUpWithoutAComplaint) {
-    ASSERT_FALSE(engine_->rootObjects().isEmpty());
+    ASSERT_FALSE(engine_.rootObjects().isEmpty());
     const std::vector<std::function<void(Navigator&)>> ways{
         [](Navigator& navigator) { navigator.openStudy(); },
         [this](Navigator& navigator) { navigator.openPlace(toQml(notebook_)); },
@@ -68,7 +40,7 @@ TEST_F(WindowTest, EveryScreenComesUpWithoutAComplaint) {
         [](Navigator& navigator) { navigator.openShelf(); },
     };
     for (const char* const theme : {"light", "dark"}) {
-        desk_->setTheme(theme);
+        desk.setTheme(theme);
         for (const auto& go : ways) {
             go(navigator());
             QCoreApplication::processEvents();
@@ -80,12 +52,12 @@ TEST_F(WindowTest, EveryScreenComesUpWithoutAComplaint) {
 TEST_F(WindowTest, WhatIsDeletedWhileItIsShownIsNotMissed) {
     navigator().openPlace(toQml(notebook_));
     QCoreApplication::processEvents();
-    ASSERT_TRUE(workspace_->library().deleteNotebook(notebook_, PagesOfNotebook::goToTrash));
+    ASSERT_TRUE(library().deleteNotebook(notebook_, PagesOfNotebook::goToTrash));
     QCoreApplication::processEvents();
     navigator().openTrash();
     QCoreApplication::processEvents();
     EXPECT_EQ(problems_, std::vector<std::string>{});
-    EXPECT_FALSE(workspace_->library().trash().empty());
+    EXPECT_FALSE(library().trash().empty());
 }
 
 }  // namespace

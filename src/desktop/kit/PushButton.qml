@@ -15,7 +15,7 @@ T.Button {
     property color focusColor: Theme.focus
 
     readonly property bool filled: kind === "primary" || kind === "danger"
-    property color base: kind === "primary" ? Theme.accent : kind === "danger" ? Theme.bad
+    property color base: kind === "primary" ? Theme.accentFill : kind === "danger" ? Theme.bad
                                 : kind === "secondary" ? Theme.raised : kind === "soft" ? Theme.accentSoft
                                 : "transparent"
     property color foreground: filled ? Theme.onColor(base) : kind === "ghost" ? Theme.ink2 : Theme.ink

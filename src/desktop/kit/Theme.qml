@@ -33,7 +33,9 @@ QtObject {
     readonly property color highlight: dark ? "#66580A" : "#FFEE94"
     readonly property color shadow: dark ? "#000000" : "#3D2E17"
 
-    readonly property color accentInk: onColor(accent)
+    /// What text stands on: the accent, but for tones in the middle, which neither ink nor white can be read on.
+    readonly property color accentFill: readable(accent, onColor(accent), 4.5)
+    readonly property color accentInk: onColor(accentFill)
     /// An alias, since a binding to a name like this one would be taken for a signal's handler.
     property alias onAccent: theme.accentInk
     readonly property color accentEdge: mix(accent, darkest, 0.22)

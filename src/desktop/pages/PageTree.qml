@@ -64,7 +64,7 @@ FocusScope {
     }
 
     Shortcut {
-        sequence: StandardKey.New
+        sequence: "Ctrl+N"
         onActivated: side.open(side.tree.addPage(""))
     }
 }

@@ -29,7 +29,7 @@ Item {
                 implicitWidth: Math.max(40, number.implicitWidth + 16)
                 implicitHeight: 40
                 radius: 10
-                color: Theme.accent
+                color: Theme.accentFill
                 border.color: Theme.accentEdge
                 Numeral {
                     id: number

@@ -34,13 +34,14 @@ T.AbstractButton {
 
     readonly property bool ringed: visualFocus || (activeFocus && byKey)
     readonly property bool lifted: !Theme.reduceMotion && (hovered || ringed) && !down
+    readonly property list<string> spoken: [name, subtitle, pagesText, dueText, pinned ? qsTr("pinned") : ""]
     readonly property string dueText: due > 0 ? qsTr("%1 due").arg(due) : ""
 
     focusPolicy: GridView.isCurrentItem || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
     text: name
     Accessible.role: Accessible.Button
-    Accessible.name: [name, subtitle, pagesText, dueText, pinned ? qsTr("pinned") : ""].filter(Boolean).join(", ")
-    Accessible.onPressAction: cell.click()
+    Accessible.name: spoken.filter(each => each !== "").join(", ")
+    Accessible.onPressAction: cell.clicked()
 
     CoverItem {
         id: cover

@@ -15,7 +15,7 @@ T.AbstractButton {
 
     function take() {
         pick.forceActiveFocus(Qt.TabFocusReason);
-        pick.click();
+        pick.clicked();
     }
     function takeAt(place: int) {
         const other = pick.siblings.itemAt(place) as PickButton;
@@ -28,7 +28,7 @@ T.AbstractButton {
     Accessible.name: label
     Accessible.checkable: true
     Accessible.checked: chosen
-    Accessible.onPressAction: pick.click()
+    Accessible.onPressAction: pick.clicked()
     Keys.onLeftPressed: pick.takeAt(pick.place - 1)
     Keys.onRightPressed: pick.takeAt(pick.place + 1)
 

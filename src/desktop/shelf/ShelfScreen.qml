@@ -28,7 +28,7 @@ Screen {
         onClicked: notebookSheet.edit("")
     }
     Shortcut {
-        sequence: StandardKey.New
+        sequence: "Ctrl+N"
         onActivated: notebookSheet.edit("")
     }
 

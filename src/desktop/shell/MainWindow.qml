@@ -49,7 +49,7 @@ ApplicationWindow {
     }
 
     Shortcut {
-        sequences: ["Alt+Left", StandardKey.Back]
+        sequences: ["Alt+Left", "Back"]
         enabled: navigator.canGoBack
         onActivated: navigator.goBack()
     }
@@ -86,7 +86,7 @@ ApplicationWindow {
                        : navigator.screen === "pages" ? pages
                        : navigator.screen === "study" ? study
                        : navigator.screen === "trash" ? trash : review
-        onLoaded: item.forceActiveFocus()
+        onLoaded: (item as Item).forceActiveFocus()
     }
 
     Component {

@@ -81,7 +81,7 @@ T.AbstractButton {
             radius: 10
             x: row.folded ? parent.width - width : parent.width - width
             y: row.folded ? 0 : (parent.height - height) / 2
-            color: Theme.accent
+            color: Theme.accentFill
             border.color: Theme.accentEdge
             Txt {
                 id: number

@@ -1,5 +1,5 @@
-#include <QtQml/QQmlEngine>
 #include <QtQuickTest/quicktest.h>
+#include <QtQml/QQmlEngine>
 
 #include "desktop/quick/library_rig.h"
 #include "desktop/window.h"
