@@ -3,7 +3,7 @@
 # Its dependencies are compared with what the code imports, what the programs link and what they load when they run.
 set -uo pipefail
 package=$(realpath "$1")
-cd "$(dirname "$0")/../.."
+cd "$(dirname "$0")/../.." || exit 1
 source_tree=$PWD
 id=com.tessary.Tessary
 scratch=$(mktemp -d)
@@ -111,8 +111,9 @@ check_programs() {
 # loop runs, and then saves; so it ends with 0 only when the window could be made. $scratch/loaded.* tells what it loaded.
 check_window() {
     local line code=0
-    packaged tessary-cli settings set autoBackup on >/dev/null
     packaged tessary-cli pages add --title Cells >/dev/null || complain "The terminal's program can't add a page"
+    packaged tessary-cli settings set autoBackup on >/dev/null
+    [ ! -e "$home/Documents" ] || complain "There is a backup already"
     exec 3< <(exec inotifywait -m -r -e create "$home/Notara" 2>&1)
     watcher=$!
     until [[ ${line:-} == *established* ]]; do read -r -t 30 line <&3 || break; done
