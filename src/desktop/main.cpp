@@ -1,9 +1,11 @@
 #include <QtCore/QCommandLineParser>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QIcon>
 #include <cstdlib>
 #include <iostream>
 
 #include "desktop/desk/desk.h"
+#include "desktop/ending_signals.h"
 #include "desktop/window.h"
 #include "platform/adapters/qt/qt_main_loop.h"
 
@@ -51,6 +53,12 @@ int showGallery() {
     return engine.rootObjects().isEmpty() ? fail("The gallery could not be shown.") : QGuiApplication::exec();
 }
 
+QIcon windowIcon() {
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128, 256}) icon.addFile(QString(":/icon/%1.png").arg(size));
+    return icon;
+}
+
 }  // namespace
 }  // namespace tessary
 
@@ -58,7 +66,7 @@ int main(int argc, char** argv) {
     QGuiApplication::setApplicationName("tessary");
     QGuiApplication::setApplicationDisplayName("Tessary");
     QGuiApplication::setApplicationVersion(TESSARY_VERSION);
-    QGuiApplication::setDesktopFileName("tessary");
+    QGuiApplication::setDesktopFileName("com.tessary.Tessary");
     tessary::chooseLook();
     const QGuiApplication app(argc, argv);
     QCommandLineParser parser;
@@ -70,6 +78,8 @@ int main(int argc, char** argv) {
     const QCommandLineOption review("review", "Begin with the reviews of today.");
     parser.addOptions({home, gallery, review});
     parser.process(app);
+    QGuiApplication::setWindowIcon(tessary::windowIcon());
+    const tessary::EndingSignals signalsEndTheLoop;
     if (parser.isSet(gallery)) return tessary::showGallery();
     const auto paths = tessary::findPaths(parser.value(home));
     if (!paths) return tessary::fail(paths.error());
