@@ -26,6 +26,7 @@ void addAICommands(CLI::App& program, Action& chosen);
 void addGenerateCommand(CLI::App& program, Action& chosen);
 void addGradeCommand(CLI::App& program, Action& chosen);
 void addVerifyCommand(CLI::App& program, Action& chosen);
+void addCompanionCommands(CLI::App& program, Action& chosen);
 
 /// Stands before an argument in square brackets, which the parser would take for a list of its own.
 inline constexpr char kBracketGuard = '\x01';

@@ -42,6 +42,7 @@ void declareCommands(CLI::App& program, Action& chosen) {
     addAICommands(program, chosen);
     addSettingsCommands(program, chosen);
     addVerifyCommand(program, chosen);
+    addCompanionCommands(program, chosen);
     program.require_subcommand(1);
     for (CLI::App* const group : program.get_subcommands({})) {
         group->fallthrough();
