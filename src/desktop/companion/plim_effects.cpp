@@ -58,7 +58,8 @@ void drawMotion(QPainter& painter, const FzFx& effect, const PlimLook& look) {
 void drawDots(QPainter& painter, const FzFx& effect, const PlimLook& look) {
     const QRgb color = colorOf(effect);
     const bool full = look.detail == PlimDetail::full;
-    const double near = full ? 1 : 0.7;
+    const double near = full ? 1 : 0.78;
+    const QPointF place = placeOf(effect) + (full ? QPointF() : QPointF(-6, 7));
     struct Bubble {
         QPointF at;
         const char* shown;
@@ -83,7 +84,7 @@ void drawDots(QPainter& painter, const FzFx& effect, const PlimLook& look) {
             shape.addEllipse(QPointF(0, 0), radius, radius);
         }
         painter.save();
-        painter.translate(placeOf(effect) + near * bubble.at + QPointF(0, drift));
+        painter.translate(place + near * bubble.at + QPointF(0, drift));
         const double size = (0.55 + 0.45 * value) * (full || cloud ? 1 : 1.25);
         painter.scale(size, size);
         Layer layer(painter, shape.boundingRect().adjusted(-4, -4, 4, 4));
@@ -129,8 +130,9 @@ void drawZs(QPainter& painter, const FzFx& effect, const PlimLook& look) {
         const double risen = turn - std::floor(turn);
         const double shown = smoothstep(0, 0.14, risen) * (1 - smoothstep(0.78, 1, risen));
         if (shown <= 0) continue;
-        const QPointF at = placeOf(effect) + QPointF(50 * risen + 4 * std::sin(2 * std::numbers::pi * risen),
-                                                     4 - (full ? 64 : 52) * risen);
+        const QPointF at =
+            placeOf(effect) + QPointF((full ? 50 : 42) * risen + 4 * std::sin(2 * std::numbers::pi * risen),
+                                      4 - (full ? 64 : 46) * risen);
         const double half = lerp(7, 16, risen) / 2 * (full ? 1 : 1.25);
         QPainterPath letter(at + QPointF(-half, -half));
         letter.lineTo(at + QPointF(half, -half));
@@ -165,11 +167,12 @@ void drawSpark(QPainter& painter, const Spark& spark, const PlimLook& look) {
     if (reach <= 0 || spark.alpha <= 0) return;
     const bool full = look.detail == PlimDetail::full;
     if (look.dark) {
-        const auto halo = radial(spark.at, 1.7 * reach,
+        const double light = (full ? 1.7 : 1.35) * reach;
+        const auto halo = radial(spark.at, light,
                                  {{0, tint(spark.color, 0.42 * spark.alpha)},
                                   {0.5, tint(spark.color, 0.16 * spark.alpha)},
                                   {1, tint(spark.color, 0)}});
-        fill(painter, ellipse(spark.at, 1.7 * reach, 1.7 * reach), halo);
+        fill(painter, ellipse(spark.at, light, light), halo);
     }
     QPainterPath star;
     for (int i = 0; i < 4; ++i) {
@@ -187,41 +190,40 @@ void drawSpark(QPainter& painter, const Spark& spark, const PlimLook& look) {
     fill(painter, star, tint(spark.color, spark.alpha));
 }
 
-void drawBurst(QPainter& painter, const FzFx& burst, const PlimLook& look, const QRectF& room) {
+void drawBurst(QPainter& target, const FzFx& burst, const PlimLook& look, const QRectF& room) {
     const double progress = clamp01(valueOf(burst, "k"));
     const double shown = opacityOf(burst);
     if (progress <= 0 || shown <= 0) return;
     constexpr std::array<QRgb, 4> kColors{0xFFFFD84D, 0xFFFFB3DE, 0xFFC9CFFF, 0xFFFFE39A};
+    Layer layer(target, room);
+    QPainter& painter = layer.painter();
     const QPointF centre = placeOf(burst);
     const bool full = look.detail == PlimDetail::full;
+    const double sides = std::min({centre.x() - room.left(), room.right() - centre.x(), centre.y() - room.top()});
+    const double radius = lerp(46, std::min(88.0, sides - 4), progress);
+    const double ring = (1 - progress) * (1 - progress);
+    painter.strokePath(ellipse(centre, radius, radius), QPen(tint(look.dark ? 0xFFFFE39A : 0xFFE5A93A, ring), 3));
     const int rays = full ? 12 : 8;
     for (int ray = 0; ray < rays; ++ray) {
         const QPointF way = dir(-75 + 360.0 / rays * ray);
         const bool streak = ray % 2 == 0;
         const QRgb color = kColors[static_cast<std::size_t>(ray / 2 + ray % 2) % kColors.size()];
         // What flies ends within the canvas, wherever the edge is.
-        const double end = std::min(streak ? 99.0 : 87.0, roomTowards(room, centre, way) - (streak ? 14 : 12));
+        const double end = std::min(streak ? 99.0 : 87.0, roomTowards(room, centre, way) - 17);
         const double at = lerp(std::min(50.0, end), end, progress);
         if (!streak) {
-            drawSpark(painter,
-                      {.at = centre + at * way,
-                       .reach = 1.7 * 5.4 * (1 - 0.5 * progress),
-                       .turn = 15.0 * ray,
-                       .color = color,
-                       .alpha = shown},
-                      look);
+            const double reach = 9.2 * (1 - 0.5 * progress);
+            drawSpark(painter, {.at = centre + at * way, .reach = reach, .turn = 15.0 * ray, .color = color}, look);
             continue;
         }
         // It stretches as it flies and shrinks to a point at the end.
-        const double length = 26 * std::pow(std::sin(std::numbers::pi * (0.12 + 0.88 * progress)), 0.8);
-        if (!(length > 0.5)) continue;
+        const double length = 26 * std::pow(std::max(0.0, std::sin(std::numbers::pi * (0.12 + 0.88 * progress))), 0.8);
+        if (length < 0.5) continue;
         QPainterPath path(centre + (at - length / 2) * way);
         path.lineTo(centre + (at + length / 2) * way);
-        strokeLight(painter, path, color, full ? 3.6 : 6, shown, look);
+        strokeLight(painter, path, color, full ? 3.6 : 6, 1, look);
     }
-    const double radius = lerp(46, 88, progress);
-    const double ring = shown * (1 - progress) * (1 - progress);
-    painter.strokePath(ellipse(centre, radius, radius), QPen(tint(look.dark ? 0xFFFFE39A : 0xFFE5A93A, ring), 3));
+    layer.put(shown);
 }
 
 void drawEffect(QPainter& painter, const FzFx& effect, const PlimLook& look) {

@@ -146,8 +146,9 @@ void drawDust(QPainter& painter, const PlimPose& pose, const PlimLook& look) {
                                  Grain{3.2, 0.93, 33, 0xFFC9CFFF}};
     const QPointF along = dir(sweep.angle);
     for (const Grain& grain : kGrains) {
-        const QPointF at =
-            sweep.lagging + std::min(sweep.length * grain.along, 122.0) * along + grain.sideways * normal(along);
+        const QPointF at = sweep.lagging +
+                           std::min(sweep.length * grain.along, 122 - 0.3 * std::abs(grain.sideways)) * along +
+                           grain.sideways * normal(along);
         drawSpark(painter, {.at = at, .reach = grain.reach * shown, .color = grain.color, .alpha = sweep.alpha * shown},
                   look);
     }

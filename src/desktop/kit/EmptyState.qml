@@ -12,8 +12,9 @@ ColumnLayout {
     spacing: 16
 
     Plim {
-        size: 96
+        size: 140
         Layout.alignment: Qt.AlignHCenter
+        Layout.bottomMargin: -20
     }
     Txt {
         text: empty.text
