@@ -119,7 +119,7 @@ Sheet {
             required property int index
             number: index + 1
             text: sheet.options[index]
-            right: sheet.correct === index
+            isRight: sheet.correct === index
             removable: sheet.optionCount > 2
             Layout.fillWidth: true
             onEdited: text => sheet.setOption(index, text)

@@ -10,7 +10,7 @@ FocusScope {
     property string summary
     property int count: 0
     /// The value that the keys begin with.
-    property int first: 0
+    property int start: 0
     /// How far up and down go; 0 where there is nothing that way.
     property int step: 1
     property int stepAcross: 0
@@ -24,11 +24,11 @@ FocusScope {
 
     function move(by: int) {
         if (area.count > 0)
-            area.byKey = Math.max(0, Math.min(area.count - 1, (area.byKey < 0 ? area.first : area.byKey) + by));
+            area.byKey = Math.max(0, Math.min(area.count - 1, (area.byKey < 0 ? area.start : area.byKey) + by));
     }
 
     activeFocusOnTab: count > 0
-    onActiveFocusChanged: byKey = activeFocus ? first : -1
+    onActiveFocusChanged: byKey = activeFocus ? start : -1
     onCountChanged: if (byKey >= count) byKey = count - 1
 
     Accessible.role: Accessible.Chart

@@ -11,9 +11,9 @@ ChartArea {
     property int days: 30
 
     readonly property var counts: study.forecast.slice(0, days)
-    readonly property int top: niceTop(Math.max(0, ...counts))
-    readonly property real left: 36
-    readonly property real pitch: (width - left) / Math.max(1, counts.length)
+    readonly property int ceiling: niceTop(Math.max(0, ...counts))
+    readonly property real axis: 36
+    readonly property real pitch: (width - axis) / Math.max(1, counts.length)
     readonly property real plot: height - 28
     readonly property int labelEvery: Math.max(1, Math.ceil(76 / pitch))
 
@@ -31,7 +31,7 @@ ChartArea {
     name: qsTr("Cards due in the next %1 days").arg(days)
     summary: study.forecastText
     indexAt: (x, y) => {
-        const at = Math.floor((x - chart.left) / chart.pitch);
+        const at = Math.floor((x - chart.axis) / chart.pitch);
         return at >= 0 && at < chart.counts.length ? at : -1;
     }
     textOf: index => {
@@ -42,7 +42,7 @@ ChartArea {
     }
 
     Repeater {
-        model: [chart.top, chart.top / 2, 0]
+        model: [chart.ceiling, chart.ceiling / 2, 0]
         delegate: Item {
             id: mark
             required property int index
@@ -51,7 +51,7 @@ ChartArea {
             y: Math.round(chart.plot * index / 2)
             Txt {
                 anchors.verticalCenter: parent.top
-                width: chart.left - 14
+                width: chart.axis - 14
                 horizontalAlignment: Text.AlignRight
                 text: mark.modelData
                 size: 12
@@ -59,7 +59,7 @@ ChartArea {
                 Accessible.ignored: true
             }
             Rectangle {
-                x: chart.left - 4
+                x: chart.axis - 4
                 width: parent.width - x
                 height: 1
                 color: Theme.line
@@ -73,7 +73,7 @@ ChartArea {
             required property int index
             readonly property int cards: chart.counts[index] ?? 0
             readonly property bool isToday: index === 0
-            x: chart.left + index * chart.pitch
+            x: chart.axis + index * chart.pitch
             width: chart.pitch
             height: chart.height
 
@@ -82,7 +82,7 @@ ChartArea {
                 x: Math.round((parent.width - width) / 2)
                 y: Math.round(chart.plot - height)
                 width: Math.round(Math.max(3, Math.min(32, parent.width * 0.66)))
-                height: day.cards > 0 ? Math.max(3, Math.round(chart.plot * day.cards / chart.top)) : 0
+                height: day.cards > 0 ? Math.max(3, Math.round(chart.plot * day.cards / chart.ceiling)) : 0
                 radius: Math.min(3, height / 2)
                 color: day.isToday ? Theme.accent : day.index === chart.current ? Theme.ink2 : Theme.edge
                 border.width: day.isToday ? 1 : 0
@@ -90,7 +90,7 @@ ChartArea {
             }
             Txt {
                 visible: day.index % chart.labelEvery === 0 && chart.width - day.x > 30
-                x: Math.round(Math.max(-day.x + chart.left - 8, (parent.width - width) / 2))
+                x: Math.round(Math.max(-day.x + chart.axis - 8, (parent.width - width) / 2))
                 y: chart.plot + 8
                 text: chart.study.forecastTicks[day.index] ?? ""
                 size: 12
@@ -103,7 +103,7 @@ ChartArea {
     ChartTip {
         visible: chart.current >= 0
         text: chart.current >= 0 ? chart.textOf(chart.current) : ""
-        at: chart.left + (chart.current + 0.5) * chart.pitch
-        above: chart.plot * (1 - (chart.counts[chart.current] ?? 0) / chart.top)
+        at: chart.axis + (chart.current + 0.5) * chart.pitch
+        above: chart.plot * (1 - (chart.counts[chart.current] ?? 0) / chart.ceiling)
     }
 }

@@ -8,7 +8,7 @@ RowLayout {
 
     property int number: 1
     property string text
-    property bool right: false
+    property bool isRight: false
     property bool removable: true
     signal edited(string text)
     signal ticked()
@@ -19,10 +19,10 @@ RowLayout {
         iconName: "check"
         label: qsTr("Option %1 is right").arg(row.number)
         controlSize: 36
-        tint: row.right ? Theme.good : Theme.edge
+        tint: row.isRight ? Theme.good : Theme.edge
         Accessible.role: Accessible.RadioButton
         Accessible.checkable: true
-        Accessible.checked: row.right
+        Accessible.checked: row.isRight
         onClicked: row.ticked()
     }
     Field {

@@ -16,7 +16,7 @@ ChartArea {
 
     implicitHeight: 148
     count: counts.length
-    first: counts.length - 1
+    start: counts.length - 1
     name: qsTr("Cards by chance of recall now")
     summary: study.recallText
     indexAt: (x, y) => Math.max(0, Math.min(chart.counts.length - 1, Math.floor(x / chart.pitch)))

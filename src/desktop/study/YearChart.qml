@@ -8,12 +8,12 @@ ChartArea {
 
     required property StudyModel study
 
-    readonly property int left: 34
+    readonly property int axis: 34
     readonly property int weeks: 53
 
     implicitHeight: 20 + map.pitch * 7
     count: study.heat.length
-    first: count - 1
+    start: count - 1
     step: 7
     stepAcross: 1
     name: qsTr("Reviews of a year")
@@ -46,11 +46,11 @@ ChartArea {
     }
     HeatMap {
         id: map
-        x: chart.left
+        x: chart.axis
         y: 20
         width: implicitWidth
         height: implicitHeight
-        pitch: Math.max(8, Math.min(30, Math.floor((chart.width - chart.left + 4) / chart.weeks)))
+        pitch: Math.max(8, Math.min(30, Math.floor((chart.width - chart.axis + 4) / chart.weeks)))
         levels: chart.study.heat
         shades: [Theme.heat[0], Theme.heat[1], Theme.heat[2], Theme.heat[3], Theme.heat[4]]
         ink: Theme.ink
