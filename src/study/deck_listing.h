@@ -47,4 +47,27 @@ struct DeckListing {
 [[nodiscard]] DeckListing listDeck(const DeckSource& source, const DeckQuery& query, const TextServices& text,
                                    std::stop_token stop = {});
 
+template <>
+struct EnumNames<DeckQuery::State> {
+    static constexpr auto names = std::array{
+        std::pair{DeckQuery::State::any, std::string_view("any")},
+        std::pair{DeckQuery::State::due, std::string_view("due")},
+        std::pair{DeckQuery::State::fresh, std::string_view("new")},
+        std::pair{DeckQuery::State::learning, std::string_view("learning")},
+        std::pair{DeckQuery::State::suspended, std::string_view("suspended")},
+        std::pair{DeckQuery::State::flagged, std::string_view("flagged")},
+        std::pair{DeckQuery::State::leech, std::string_view("leech")},
+    };
+};
+
+template <>
+struct EnumNames<DeckQuery::Order> {
+    static constexpr auto names = std::array{
+        std::pair{DeckQuery::Order::due, std::string_view("due")},
+        std::pair{DeckQuery::Order::newest, std::string_view("newest")},
+        std::pair{DeckQuery::Order::page, std::string_view("page")},
+        std::pair{DeckQuery::Order::difficulty, std::string_view("difficulty")},
+    };
+};
+
 }  // namespace tessary

@@ -6,6 +6,7 @@
 #include "app/welcome.h"
 #include "desktop/desk/desk.h"
 #include "desktop/shell/navigator.h"
+#include "desktop/study_year.h"
 #include "desktop/window.h"
 #include "platform/adapters/qt/qt_main_loop.h"
 
@@ -45,6 +46,7 @@ int main(int argc, char** argv) {
     auto workspace = Workspace::open(paths, ports.forWorkspace(none, loop), WorkspaceUse::change).value();
     const NotebookId notebook = workspace->library().notebooks().empty() ? makeWelcomeNotebook(*workspace)->notebook
                                                                          : workspace->library().notebooks()[0].id;
+    if (workspace->cards().cards().size() < 100) StudyYear(*workspace, ports.clock.now()).live();
     AISystem ai({.files = ports.files, .ids = ports.ids, .text = ports.text}, none);
     Desk desk(*workspace, ports, loop, ai);
     QQmlApplicationEngine engine;
@@ -64,6 +66,8 @@ int main(int argc, char** argv) {
         shoot(window, folder, "pages" + end);
         navigator.openStudy();
         shoot(window, folder, "study" + end);
+        navigator.openDeck("all");
+        shoot(window, folder, "deck" + end);
         navigator.openTrash();
         shoot(window, folder, "trash" + end);
         navigator.openReview("");

@@ -10,6 +10,7 @@ FocusScope {
     required property PageTreeModel tree
     property string current
     signal open(string id)
+    signal openDeck()
 
     ColumnLayout {
         anchors.fill: parent
@@ -26,6 +27,12 @@ FocusScope {
                 weight: 700
                 Layout.fillWidth: true
                 Layout.leftMargin: 8
+            }
+            IconButton {
+                iconName: "study"
+                label: qsTr("Deck")
+                controlSize: 32
+                onClicked: side.openDeck()
             }
             IconButton {
                 iconName: "plus"

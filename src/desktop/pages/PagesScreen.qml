@@ -14,6 +14,7 @@ FocusScope {
     signal openPage(string id)
     signal review(string id)
     signal told(string sentence)
+    signal openDeck()
 
     PageTreeModel {
         id: tree
@@ -39,6 +40,7 @@ FocusScope {
             tree: tree
             current: screen.shownPage
             onOpen: id => screen.openPage(id)
+            onOpenDeck: screen.openDeck()
         }
 
         Surface {

@@ -11,6 +11,8 @@ FocusScope {
     required property Desk desk
     /// Its cards with those of its subpages; all due cards when empty.
     property string page: ""
+    /// A notebook's identity or "loose", when no page is meant.
+    property string place: ""
     signal closed()
     signal openPage(string page)
 
@@ -32,8 +34,8 @@ FocusScope {
         screen.closed();
     }
 
-    Component.onCompleted: sitting.start(page)
-    onPageChanged: if (sitting.state !== "") sitting.start(page)
+    Component.onCompleted: sitting.start(page, place)
+    onPageChanged: if (sitting.state !== "") sitting.start(page, place)
     onFocusIsSeenChanged: if (focusedItem?.activeFocus && focusIsSeen !== undefined) usesKeys = focusIsSeen
     onActiveFocusChanged: if (activeFocus) Qt.callLater(screen.settle)
 

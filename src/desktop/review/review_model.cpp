@@ -4,6 +4,7 @@
 
 #include "ai/grade_job.h"
 #include "base/text.h"
+#include "desktop/desk/places.h"
 #include "desktop/review/review_scope_names.h"
 
 namespace tessary {
@@ -68,10 +69,11 @@ ReviewModel::State ReviewModel::questionState() const {
     return typeAnswers() && face_.options.isEmpty() ? State::typing : State::question;
 }
 
-void ReviewModel::start(const QString& page) {
+void ReviewModel::start(const QString& page, const QString& place) {
     if (desk_ == nullptr) return;
     leave();
     scope_.page = page.isEmpty() ? std::nullopt : std::optional(fromQml<PageId>(page));
+    scope_.place = page.isEmpty() ? placeFromQml(place) : std::nullopt;
     title_ = titleOfScope(*desk_, scope_);
     subtitle_ = notebooksOfScope(*desk_, scope_);
     session_ = std::make_unique<ReviewSession>(desk_->cards(), desk_->library(), desk_->settings(),

@@ -65,8 +65,9 @@ public:
     [[nodiscard]] const ReviewOutcome& outcome() const { return outcome_; }
     [[nodiscard]] QString emptyText() const { return emptyText_; }
 
-    /// All due cards when `page` is empty, else those of the page with its subpages.
-    Q_INVOKABLE void start(const QString& page);
+    /// The due cards of the page with its subpages; with an empty `page` those of a deck's place, a notebook's identity
+    /// or "loose", and with both empty all.
+    Q_INVOKABLE void start(const QString& page, const QString& place = {});
     /// Shows the answer, unjudged; gives up a check that is under way.
     Q_INVOKABLE void reveal();
     Q_INVOKABLE void chooseOption(int index);

@@ -3,6 +3,7 @@
 #include <QtCore/QStringList>
 #include <set>
 
+#include "desktop/desk/places.h"
 #include "desktop/review/review_values.h"
 
 namespace tessary {
@@ -32,6 +33,7 @@ QStringList notebooksWithDueCards(const Desk& desk) {
 }  // namespace
 
 QString titleOfScope(const Desk& desk, const ReviewScope& scope) {
+    if (!scope.page && scope.place) return deckName(desk, scope.place);
     if (!scope.page) return QObject::tr("All due cards");
     const JournalEntry* const page = desk.library().entries().find(*scope.page);
     const QString title = page == nullptr ? QString() : toQml(page->title).simplified();
@@ -43,6 +45,7 @@ QString notebooksOfScope(const Desk& desk, const ReviewScope& scope) {
         const Notebook* const notebook = notebookOf(desk, *scope.page);
         return notebook == nullptr ? QObject::tr("Loose pages") : toQml(notebook->name).simplified();
     }
+    if (scope.place) return QObject::tr("All pages");
     const QStringList names = notebooksWithDueCards(desk);
     const QString shown = names.mid(0, kNotebooksNamed).join(" · ");
     const qsizetype more = names.size() - kNotebooksNamed;

@@ -8,6 +8,7 @@ import Tessary.Today
 import Tessary.Shelf
 import Tessary.Pages
 import Tessary.Review
+import Tessary.Study
 
 /// The window: navigation on the desk, and the sheet of paper that is worked on.
 ApplicationWindow {
@@ -87,6 +88,7 @@ ApplicationWindow {
                        : navigator.screen === "shelf" ? shelf
                        : navigator.screen === "pages" ? pages
                        : navigator.screen === "study" ? study
+                       : navigator.screen === "deck" ? deck
                        : navigator.screen === "trash" ? trash : review
         onLoaded: (item as Item).forceActiveFocus()
     }
@@ -122,6 +124,7 @@ ApplicationWindow {
             page: navigator.page
             onOpenPage: id => navigator.showPage(id)
             onReview: id => navigator.openReview(id)
+            onOpenDeck: navigator.openDeck(navigator.place)
             onTold: sentence => toasts.show(sentence, "", null)
         }
     }
@@ -131,8 +134,22 @@ ApplicationWindow {
             StudyScreen {
                 anchors.fill: parent
                 desk: window.desk
-                onReview: navigator.openReview("")
-                onOpenNotebook: id => navigator.openPlace(id)
+                onReview: place => navigator.openReviewOf(place)
+                onOpenDeck: place => navigator.openDeck(place)
+                onOpenPages: navigator.openPlace("all")
+            }
+        }
+    }
+    Component {
+        id: deck
+        Paper {
+            DeckScreen {
+                anchors.fill: parent
+                desk: window.desk
+                place: navigator.deck
+                onReview: place => navigator.openReviewOf(place)
+                onOpenStudy: navigator.openStudy()
+                onOpenPage: (place, id) => navigator.openPage(place, id)
             }
         }
     }
@@ -150,6 +167,7 @@ ApplicationWindow {
         ReviewScreen {
             desk: window.desk
             page: navigator.page
+            place: navigator.deck
             onClosed: navigator.goBack()
             onOpenPage: id => navigator.openPage("all", id)
         }

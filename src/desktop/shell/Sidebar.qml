@@ -86,7 +86,7 @@ Item {
             iconName: "study"
             text: qsTr("Study")
             folded: sidebar.folded
-            selected: sidebar.navigator.screen === "study"
+            selected: sidebar.navigator.screen === "study" || sidebar.navigator.screen === "deck"
             count: model.due
             marked: true
             onClicked: sidebar.navigator.openStudy()

@@ -10,17 +10,20 @@ namespace tessary {
 class Navigator : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    /// "today", "shelf", "pages", "study", "trash" or "review".
+    /// "today", "shelf", "pages", "study", "deck", "trash" or "review".
     Q_PROPERTY(QString screen READ screen NOTIFY moved)
     /// Of "pages": "all", "favorites", "archive", "loose", or a notebook's identity.
     Q_PROPERTY(QString place READ place NOTIFY moved)
+    /// Of "deck" and "review" whose cards: "all", "loose", or a notebook's identity; may be empty, which means all.
+    Q_PROPERTY(QString deck READ deck NOTIFY moved)
     /// Of "pages" the page that is open, of "review" the page whose cards are asked; may be empty.
     Q_PROPERTY(QString page READ page NOTIFY moved)
     Q_PROPERTY(bool canGoBack READ canGoBack NOTIFY moved)
 
 public:
     [[nodiscard]] QString screen() const { return spot_.screen; }
-    [[nodiscard]] QString place() const { return spot_.place; }
+    [[nodiscard]] QString place() const { return spot_.screen == "pages" ? spot_.place : QString(); }
+    [[nodiscard]] QString deck() const { return spot_.screen == "pages" ? QString() : spot_.place; }
     [[nodiscard]] QString page() const { return spot_.page; }
     [[nodiscard]] bool canGoBack() const { return !earlier_.empty(); }
 
@@ -36,6 +39,8 @@ public:
     }
     /// All cards when `page` is empty.
     Q_INVOKABLE void openReview(const QString& page) { go({.screen = "review", .place = {}, .page = page}); }
+    Q_INVOKABLE void openDeck(const QString& place) { go({.screen = "deck", .place = place, .page = {}}); }
+    Q_INVOKABLE void openReviewOf(const QString& place) { go({.screen = "review", .place = place, .page = {}}); }
     Q_INVOKABLE void goBack();
 
 Q_SIGNALS:
