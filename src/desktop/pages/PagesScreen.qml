@@ -14,6 +14,7 @@ FocusScope {
     signal openPage(string id)
     signal review(string id)
     signal told(string sentence)
+    signal generate(string id, string selection)
 
     PageTreeModel {
         id: tree
@@ -52,6 +53,7 @@ FocusScope {
             fill: Theme.paper
 
             PageSheet {
+                id: paper
                 anchors.fill: parent
                 visible: current.exists
                 focus: true
@@ -76,6 +78,7 @@ FocusScope {
             desk: screen.desk
             page: screen.shownPage
             onReview: screen.review(screen.shownPage)
+            onGenerate: screen.generate(screen.shownPage, paper.selection)
             onMakeCards: screen.told(current.makeCardsFromText())
         }
     }

@@ -7,6 +7,7 @@ import Tessary.Desk
 import Tessary.Shelf
 import Tessary.Pages
 import Tessary.Review
+import Tessary.Generation
 
 /// The window: navigation on the desk, and the sheet of paper that is worked on.
 ApplicationWindow {
@@ -43,6 +44,20 @@ ApplicationWindow {
 
     Navigator { id: navigator }
 
+    GenerationModel {
+        id: generation
+        desk: window.desk
+        onTold: sentence => toasts.show(sentence, "", null)
+        onEnded: {
+            if (generationSheet.visible || phase === GenerationModel.Cancelled)
+                return
+            if (phase === GenerationModel.Done)
+                toasts.show(outcome, qsTr("Undo"), () => generation.undoAll())
+            else
+                toasts.show(outcome, qsTr("Show"), () => generationSheet.open())
+        }
+    }
+
     Connections {
         target: window.desk
         function onRefused(sentence) { toasts.show(sentence, "", null) }
@@ -70,6 +85,8 @@ ApplicationWindow {
         width: visible ? implicitWidth : 0
         desk: window.desk
         navigator: navigator
+        generation: generation
+        onOpenGeneration: generationSheet.open()
         folded: navigator.screen === "pages" || window.width < 1000
     }
 
@@ -108,6 +125,7 @@ ApplicationWindow {
             page: navigator.page
             onOpenPage: id => navigator.showPage(id)
             onReview: id => navigator.openReview(id)
+            onGenerate: (id, selection) => generationSheet.openFor(id, selection)
             onTold: sentence => toasts.show(sentence, "", null)
         }
     }
@@ -156,6 +174,12 @@ ApplicationWindow {
                 Layout.fillWidth: true
             }
         }
+    }
+
+    GenerationSheet {
+        id: generationSheet
+        desk: window.desk
+        generation: generation
     }
 
     ToastHost {
