@@ -119,7 +119,7 @@ ColumnLayout {
             Layout.fillWidth: true
         }
         RowLayout {
-            visible: note.text !== ""
+            visible: note.text !== "" && form.choices.readiness !== GenerationChoices.Unready
             spacing: 8
             Icon {
                 name: form.choices.staysHere ? "check" : "info"

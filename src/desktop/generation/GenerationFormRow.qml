@@ -18,7 +18,9 @@ RowLayout {
     ColumnLayout {
         spacing: 0
         Layout.alignment: Qt.AlignTop
-        Layout.preferredWidth: 132
+        Layout.fillWidth: false
+        Layout.minimumWidth: 132
+        Layout.maximumWidth: 132
         Txt {
             text: row.label
             weight: 600

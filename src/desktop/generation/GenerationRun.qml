@@ -16,6 +16,7 @@ ColumnLayout {
 
     GenerationProgress {
         id: header
+        z: 1
         generation: run.generation
         Layout.fillWidth: true
     }
@@ -31,14 +32,15 @@ ColumnLayout {
         property int editing: -1
         property int firstNew: 0
         readonly property int longestWait: 720
+        readonly property real cardWidth: width - leftMargin - rightMargin
 
         visible: run.generation.running || count > 0
         Layout.fillWidth: true
         Layout.preferredHeight: Math.max(140, run.room - header.implicitHeight - run.spacing)
         Layout.leftMargin: -4
-        Layout.rightMargin: -4
+        Layout.rightMargin: -14
         leftMargin: 4
-        rightMargin: 4
+        rightMargin: 14
         clip: true
         spacing: 12
         cacheBuffer: 1600
@@ -49,7 +51,7 @@ ColumnLayout {
         Accessible.name: qsTr("New cards")
 
         header: Item {
-            width: list.width - 8
+            width: list.cardWidth
             implicitHeight: warnings.visible ? warnings.implicitHeight + 12 : 0
             GenerationWarnings {
                 id: warnings
@@ -59,9 +61,11 @@ ColumnLayout {
             }
         }
         delegate: GeneratedCard {
-            width: list.width - 8
+            // The software renderer draws shapes that are clipped altogether.
+            visible: y + height > list.contentY && y < list.contentY + list.height
+            width: list.cardWidth
             generation: run.generation
-            editing: list.editing === index
+            editing: index >= 0 && list.editing === index
             onEdit: {
                 list.editing = index;
                 Qt.callLater(() => list.positionViewAtIndex(index, ListView.Contain));
@@ -73,7 +77,7 @@ ColumnLayout {
             }
         }
         footer: Item {
-            width: list.width - 8
+            width: list.cardWidth
             implicitHeight: run.generation.running ? 56 : 0
             visible: run.generation.running
             Rectangle {
@@ -105,9 +109,10 @@ ColumnLayout {
             target: run.generation
             function onRowsInserted(parent, first) {
                 list.firstNew = first;
-                if (list.atYEnd && list.editing < 0)
+                if (first > 0 && list.atYEnd && list.editing < 0)
                     Qt.callLater(list.positionViewAtEnd);
             }
+            function onEnded() { Qt.callLater(list.positionViewAtBeginning); }
             function onModelReset() { list.editing = -1; }
         }
     }

@@ -15,6 +15,7 @@ Sheet {
 
     readonly property bool choosing: generation.phase === GenerationModel.Idle
     readonly property bool running: generation.running
+    property bool seen: false
 
     /// A run that goes on, or whose cards of this page nobody has seen yet, comes first.
     function openFor(page: string, selection: string) {
@@ -36,9 +37,12 @@ Sheet {
     iconName: "make"
     title: choosing ? qsTr("Generate cards") : running ? qsTr("Generating flashcards") : qsTr("New cards")
     subtitle: choosing ? choices.pageTitle : generation.pageTitle
+    // What ends while the sheet fades has not been seen.
+    onAboutToHide: seen = !running
     onClosed: {
         choices.close();
-        generation.leave();
+        if (seen)
+            generation.leave();
     }
 
     GenerationChoices {

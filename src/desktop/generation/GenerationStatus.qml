@@ -33,13 +33,12 @@ T.AbstractButton {
             : status.hovered ? Theme.mix(Theme.raised, Theme.ink, 0.05) : Theme.raised
         FocusRing { target: status; corner: 20 }
     }
-    contentItem: Item {
+    contentItem: RowLayout {
+        spacing: 10
         Item {
-            id: mark
-            x: status.folded ? Math.round((parent.width - width) / 2) : 0
-            anchors.verticalCenter: parent.verticalCenter
-            width: 20
-            height: 20
+            implicitWidth: 20
+            implicitHeight: 20
+            Layout.alignment: Qt.AlignCenter
             Ring {
                 visible: status.running
                 size: 20
@@ -55,16 +54,13 @@ T.AbstractButton {
         }
         Txt {
             visible: !status.folded
-            anchors { left: mark.right; leftMargin: 10; right: count.left; verticalCenter: parent.verticalCenter }
             text: status.text
             weight: 600
+            Layout.fillWidth: true
             Accessible.ignored: true
         }
         Txt {
-            id: count
             visible: !status.folded && status.running && status.generation.written > 0
-            width: visible ? implicitWidth : 0
-            anchors { right: parent.right; verticalCenter: parent.verticalCenter }
             text: status.generation.written
             size: 12
             weight: 600

@@ -15,7 +15,7 @@ T.AbstractButton {
     }
 
     implicitHeight: 76
-    padding: 12
+    padding: 10
     checkable: true
     focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.CheckBox

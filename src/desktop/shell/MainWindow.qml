@@ -49,7 +49,7 @@ ApplicationWindow {
         desk: window.desk
         onTold: sentence => toasts.show(sentence, "", null)
         onEnded: {
-            if (generationSheet.visible || phase === GenerationModel.Cancelled)
+            if (generationSheet.opened || phase === GenerationModel.Cancelled)
                 return
             if (phase === GenerationModel.Done)
                 toasts.show(outcome, qsTr("Undo"), () => generation.undoAll())
