@@ -66,7 +66,7 @@ void FlashcardGenerator::cancel() {
 }
 
 GenerationPlan FlashcardGenerator::planFor(const JournalEntry& page, const GenerationOptions& options) const {
-    GenerationPlan plan{.page = sourceOf(page, services_.library),
+    GenerationPlan plan{.page = options.page ? *options.page : sourceOf(page, services_.library),
                         .source = options.source,
                         .request = options.request,
                         .amount = options.amount,
@@ -112,6 +112,8 @@ void FlashcardGenerator::finish(GenerationOutcome outcome) {
     }
     state_.text = std::move(outcome.text);
     state_.problems = std::move(outcome.problems);
+    state_.duplicates = outcome.duplicates;
+    state_.providerFailed = outcome.providerFailed;
     changed.emit(state_);
 }
 

@@ -18,6 +18,7 @@ namespace tessary {
 struct GenerationOptions {
     AISettings settings;
     SourceChoice source = SourceChoice::whole;
+    std::optional<PageSource> page = {};  ///< what of the page is read, when not all of it
     CardRequest request;               ///< its count is passed over when there is an `amount`
     std::optional<CardAmount> amount;
     double cardsPerPage = 1.5;         ///< for `amount`
@@ -52,6 +53,8 @@ public:
         std::vector<CardId> cards;          ///< added so far
         std::optional<PageId> summaryPage;
         std::vector<std::string> problems;  ///< at the end: what went wrong on the way, for the user
+        std::size_t duplicates = 0;         ///< at the end: cards left out, since others ask the same
+        bool providerFailed = false;        ///< at the end: a look at the provider's settings may help
     };
 
     FlashcardGenerator(PageId page, GeneratorServices services) : page_(page), services_(std::move(services)) {}

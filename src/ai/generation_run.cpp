@@ -33,28 +33,39 @@ public:
 
     GenerationOutcome run(const ProviderMaker& makeProvider) {
         AIResult<std::unique_ptr<AIProvider>> provider = makeProvider(stop_);
-        if (!provider) return failed(provider.error());
+        if (!provider) return failed(provider.error(), Fault::provider);
         provider_ = *std::move(provider);
-        if (const AIResult<void> ready = provider_->prepare(stop_); !ready) return failed(ready.error());
+        if (const AIResult<void> ready = provider_->prepare(stop_); !ready) {
+            return failed(ready.error(), Fault::provider);
+        }
         const AIResult<std::string> source = readSource();
-        if (!source) return failed(source.error());
+        if (!source) return failed(source.error(), Fault::none);
         writeCards(*source);
-        if (stop_.stop_requested()) return failed(AIError::cancelled());
-        if (added_ == 0) return failed(lastError_.value_or(AIError::unavailable("The AI couldn't write any cards.")));
+        if (stop_.stop_requested()) return failed(AIError::cancelled(), Fault::none);
+        if (added_ == 0 && lastError_) return failed(*lastError_, Fault::provider);
+        if (added_ == 0) return failed(AIError::unavailable("The AI couldn't write any cards."), Fault::none);
         if (plan_.makeSummary) writeSummary(*source);
-        if (stop_.stop_requested()) return failed(AIError::cancelled());
+        if (stop_.stop_requested()) return failed(AIError::cancelled(), Fault::none);
         const std::string text =
             summaryFailed_ ? "Cards ready — the summary couldn't be written" : cardsAddedText(added_);
-        return {.end = End::done, .text = text, .cardsAdded = added_, .problems = std::move(problems_)};
+        return {.end = End::done,
+                .text = text,
+                .cardsAdded = added_,
+                .problems = std::move(problems_),
+                .duplicates = duplicates_};
     }
 
 private:
-    GenerationOutcome failed(const AIError& error) const {
+    enum class Fault { none, provider };
+
+    GenerationOutcome failed(const AIError& error, Fault fault) const {
         const bool cancelled = error.kind == AIError::Kind::cancelled || stop_.stop_requested();
         return {.end = cancelled ? End::cancelled : End::failed,
                 .text = cancelled ? AIError::cancelled().text() : error.text(),
                 .cardsAdded = added_,
-                .problems = {}};
+                .problems = {},
+                .duplicates = duplicates_,
+                .providerFailed = fault == Fault::provider && !cancelled};
     }
 
     void report(Phase phase, std::string text, double fraction) {
@@ -146,7 +157,10 @@ private:
         std::vector<GeneratedCard> fresh;
         for (GeneratedCard& card : cards) {
             if (std::cmp_equal(fresh.size(), part.cards)) break;
-            if (!fronts_.add(card.front)) continue;
+            if (!fronts_.add(card.front)) {
+                ++duplicates_;
+                continue;
+            }
             card.sourcePage = pageIn(*part.chunk, card.sourcePage);
             fresh.push_back(std::move(card));
         }
@@ -179,6 +193,7 @@ private:
     std::unique_ptr<AIProvider> provider_;
     FrontMemory fronts_;
     std::size_t added_ = 0;
+    std::size_t duplicates_ = 0;
     std::optional<AIError> lastError_;
     std::vector<std::string> problems_;
     bool summaryFailed_ = false;

@@ -61,6 +61,8 @@ struct GenerationOutcome {
     std::string text;                   ///< for the user
     std::size_t cardsAdded = 0;
     std::vector<std::string> problems;  ///< of a run that is done: what went wrong on the way, for the user
+    std::size_t duplicates = 0;         ///< cards left out, since others ask the same
+    bool providerFailed = false;        ///< of a run that failed: a look at the provider's settings may help
 
     friend bool operator==(const GenerationOutcome&, const GenerationOutcome&) = default;
 };

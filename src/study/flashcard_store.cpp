@@ -1,6 +1,7 @@
 #include "study/flashcard_store.h"
 
 #include <algorithm>
+#include <unordered_set>
 #include <utility>
 
 #include "study/scheduler.h"
@@ -172,6 +173,11 @@ bool FlashcardStore::remove(CardId id) {
     return true;
 }
 
+std::size_t FlashcardStore::remove(const std::vector<CardId>& cards) {
+    const std::unordered_set<CardId> unwanted(cards.begin(), cards.end());
+    return removeIf([&](const Flashcard& card) { return unwanted.contains(card.id); });
+}
+
 std::size_t FlashcardStore::resetPage(PageId page, Date now) {
     std::vector<CardId> ids;
     for (const Flashcard& card : cards_) {
@@ -182,8 +188,13 @@ std::size_t FlashcardStore::resetPage(PageId page, Date now) {
 }
 
 std::size_t FlashcardStore::removePage(PageId page) {
+    return removeIf([&](const Flashcard& card) { return card.pageID == page; });
+}
+
+template <class Unwanted>
+std::size_t FlashcardStore::removeIf(Unwanted unwanted) {
     std::vector<CardId> ids;
-    for (const auto& card : cards_.extractIf([&](const Flashcard& c) { return c.pageID == page; })) {
+    for (const auto& card : cards_.extractIf(unwanted)) {
         ids.push_back(card->id);
         forgetUndo(card->id);
     }

@@ -85,7 +85,9 @@ public:
     /// A fresh new-card memory; earlier ratings can't be taken back any more.
     bool reset(CardId card, Date now);
     bool remove(CardId card);
-    /// The number of cards it touched.
+    // The number of cards they touched.
+    /// In one change; those that are gone already are passed over.
+    std::size_t remove(const std::vector<CardId>& cards);
     std::size_t resetPage(PageId page, Date now);
     std::size_t removePage(PageId page);
 
@@ -130,6 +132,8 @@ private:
     bool change(CardId card, Change apply);
     template <class Change>
     RecordList<Flashcard>::Snapshot changeAll(const std::unordered_set<CardId>& cards, Change apply);
+    template <class Unwanted>
+    std::size_t removeIf(Unwanted unwanted);
     void touched(std::vector<CardId> cards);
     [[nodiscard]] std::optional<std::size_t> undoableAt(RatingNumber rating) const;
     bool takeBack(std::size_t index, Date now);

@@ -12,6 +12,7 @@ FocusScope {
     property string page
     signal review()
     signal makeCards()
+    signal generate()
 
     PageDeckModel {
         id: deck
@@ -107,15 +108,20 @@ FocusScope {
                 width: parent.width
                 visible: list.count === 0
                 text: qsTr("No cards yet. Write “Question :: Answer” on the page, or add one here.")
-                actionText: qsTr("Make cards from the text")
-                onAction: panel.makeCards()
+                actionText: qsTr("Generate cards…")
+                onAction: panel.generate()
             }
         }
         PushButton {
             Layout.fillWidth: true
             visible: list.count > 0
-            kind: "ghost"
             iconName: "make"
+            text: qsTr("Generate cards…")
+            onClicked: panel.generate()
+        }
+        PushButton {
+            Layout.fillWidth: true
+            kind: "ghost"
             text: qsTr("Make cards from the text")
             onClicked: panel.makeCards()
         }

@@ -10,6 +10,7 @@ FocusScope {
     id: sheet
 
     required property PageModel page
+    readonly property alias selection: body.selectedText
     signal open(string id)
     signal told(string sentence)
 
@@ -160,6 +161,7 @@ FocusScope {
                     focus: true
                     wrapMode: TextEdit.Wrap
                     textFormat: TextEdit.PlainText
+                    persistentSelection: true
                     placeholderText: qsTr("Write. “Question :: Answer” becomes a card.")
                     placeholderTextColor: Theme.ink3
                     color: Theme.ink

@@ -15,6 +15,7 @@ FocusScope {
     signal review(string id)
     signal told(string sentence)
     signal openDeck()
+    signal generate(string id, string selection)
 
     PageTreeModel {
         id: tree
@@ -54,6 +55,7 @@ FocusScope {
             fill: Theme.paper
 
             PageSheet {
+                id: paper
                 anchors.fill: parent
                 visible: current.exists
                 focus: true
@@ -78,6 +80,7 @@ FocusScope {
             desk: screen.desk
             page: screen.shownPage
             onReview: screen.review(screen.shownPage)
+            onGenerate: screen.generate(screen.shownPage, paper.selection)
             onMakeCards: screen.told(current.makeCardsFromText())
         }
     }

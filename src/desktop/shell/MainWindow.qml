@@ -9,6 +9,7 @@ import Tessary.Shelf
 import Tessary.Pages
 import Tessary.Review
 import Tessary.Study
+import Tessary.Generation
 
 /// The window: navigation on the desk, and the sheet of paper that is worked on.
 ApplicationWindow {
@@ -45,6 +46,20 @@ ApplicationWindow {
 
     Navigator { id: navigator }
 
+    GenerationModel {
+        id: generation
+        desk: window.desk
+        onTold: sentence => toasts.show(sentence, "", null)
+        onEnded: {
+            if (generationSheet.opened || phase === GenerationModel.Cancelled)
+                return
+            if (phase === GenerationModel.Done)
+                toasts.show(outcome, qsTr("Undo"), () => generation.undoAll())
+            else
+                toasts.show(outcome, qsTr("Show"), () => generationSheet.open())
+        }
+    }
+
     Connections {
         target: window.desk
         function onRefused(sentence) { toasts.show(sentence, "", null) }
@@ -72,6 +87,8 @@ ApplicationWindow {
         width: visible ? implicitWidth : 0
         desk: window.desk
         navigator: navigator
+        generation: generation
+        onOpenGeneration: generationSheet.open()
         folded: navigator.screen === "pages" || window.width < 1000
     }
 
@@ -125,6 +142,7 @@ ApplicationWindow {
             onOpenPage: id => navigator.showPage(id)
             onReview: id => navigator.openReview(id)
             onOpenDeck: navigator.openDeck(navigator.place)
+            onGenerate: (id, selection) => generationSheet.openFor(id, selection)
             onTold: sentence => toasts.show(sentence, "", null)
         }
     }
@@ -188,6 +206,12 @@ ApplicationWindow {
                 Layout.fillWidth: true
             }
         }
+    }
+
+    GenerationSheet {
+        id: generationSheet
+        desk: window.desk
+        generation: generation
     }
 
     ToastHost {

@@ -3,6 +3,7 @@ import QtQuick.Layouts
 import Tessary.Kit
 import Tessary.Shell
 import Tessary.Desk
+import Tessary.Generation
 
 /// Places and notebooks; a narrow rail of icons when folded.
 Item {
@@ -10,7 +11,9 @@ Item {
 
     required property Desk desk
     required property Navigator navigator
+    required property GenerationModel generation
     property bool folded: false
+    signal openGeneration()
 
     implicitWidth: folded ? 60 : 232
     Behavior on implicitWidth { NumberAnimation { duration: Theme.slide; easing.type: Easing.OutQuint } }
@@ -139,6 +142,13 @@ Item {
             }
         }
 
+        GenerationStatus {
+            Layout.fillWidth: true
+            Layout.bottomMargin: 4
+            generation: sidebar.generation
+            folded: sidebar.folded
+            onClicked: sidebar.openGeneration()
+        }
         IconButton {
             iconName: Theme.dark ? "today" : "moon"
             label: Theme.dark ? qsTr("Light theme") : qsTr("Dark theme")

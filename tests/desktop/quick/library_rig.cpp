@@ -1,5 +1,8 @@
 #include "desktop/quick/library_rig.h"
 
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
 #include <QtGui/QAccessible>
 #include <QtQuick/QQuickWindow>
 
@@ -54,6 +57,30 @@ QString LibraryRig::bodyOf(const QString& page) const {
 
 QString LibraryRig::setting(const QString& key) const {
     return toQml(rig_->ports.settings.text(key.toStdString()).value_or(""));
+}
+
+void LibraryRig::serveCards(const QStringList& fronts) {
+    QJsonArray cards;
+    for (const QString& front : fronts) {
+        cards.append(QJsonObject{{"kind", "basic"}, {"front", front}, {"back", "Because."}});
+    }
+    const QByteArray content = QJsonDocument(QJsonObject{{"cards", cards}}).toJson();
+    const QJsonObject message{{"content", QString::fromUtf8(content)}};
+    serve({.body = QJsonDocument(QJsonObject{{"message", message}}).toJson().toStdString()});
+}
+
+void LibraryRig::serveFailures() { serve({.status = 500, .body = R"({"error":{"message":"out of memory"}})"}); }
+
+void LibraryRig::serve(LoopbackServer::Answer answer) {
+    server_.setHandler([answer = std::move(answer)](const LoopbackServer::Received& request) {
+        if (request.path != "/api/tags") return answer;
+        return LoopbackServer::Answer{.body = R"({"models":[{"name":"llama3.2:latest"}]})"};
+    });
+    for (const auto& [key, value] : {std::pair<std::string, std::string>{"flashcards.provider", "ollama"},
+                                     {"flashcards.ollamaURL", server_.address()},
+                                     {"flashcards.makeSummary", "false"}}) {
+        if (const auto stored = rig_->ports.settings.setText(key, value); !stored) qFatal("%s", stored.error().c_str());
+    }
 }
 
 QQuickItem* LibraryRig::find(QQuickItem* item, const QString& name) const {

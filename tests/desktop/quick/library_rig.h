@@ -3,6 +3,7 @@
 #include <QtQuick/QQuickItem>
 
 #include "desktop/desk_rig.h"
+#include "support/loopback_server.h"
 
 namespace tessary {
 
@@ -30,6 +31,11 @@ public:
     /// Of the settings; empty when it is not set.
     Q_INVOKABLE QString setting(const QString& key) const;
 
+    /// From now on a provider on this computer writes a basic card for each of these fronts, in one answer.
+    Q_INVOKABLE void serveCards(const QStringList& fronts);
+    /// From now on a provider on this computer fails.
+    Q_INVOKABLE void serveFailures();
+
     /// The first visible item in the window of `item` whose accessible name is `name`; null when there is none.
     Q_INVOKABLE QQuickItem* find(QQuickItem* item, const QString& name) const;
 
@@ -37,6 +43,9 @@ Q_SIGNALS:
     void opened();
 
 private:
+    void serve(LoopbackServer::Answer answer);
+
+    LoopbackServer server_;
     std::unique_ptr<DeskRig<>> rig_;
 };
 
