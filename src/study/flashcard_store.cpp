@@ -173,11 +173,6 @@ bool FlashcardStore::remove(CardId id) {
     return true;
 }
 
-std::size_t FlashcardStore::remove(const std::vector<CardId>& cards) {
-    const std::unordered_set<CardId> unwanted(cards.begin(), cards.end());
-    return removeIf([&](const Flashcard& card) { return unwanted.contains(card.id); });
-}
-
 std::size_t FlashcardStore::resetPage(PageId page, Date now) {
     std::vector<CardId> ids;
     for (const Flashcard& card : cards_) {
@@ -188,19 +183,11 @@ std::size_t FlashcardStore::resetPage(PageId page, Date now) {
 }
 
 std::size_t FlashcardStore::removePage(PageId page) {
-    return removeIf([&](const Flashcard& card) { return card.pageID == page; });
-}
-
-template <class Unwanted>
-std::size_t FlashcardStore::removeIf(Unwanted unwanted) {
-    std::vector<CardId> ids;
-    for (const auto& card : cards_.extractIf(unwanted)) {
-        ids.push_back(card->id);
-        forgetUndo(card->id);
+    std::unordered_set<CardId> cards;
+    for (const Flashcard& card : cards_) {
+        if (card.pageID == page) cards.insert(card.id);
     }
-    const std::size_t removed = ids.size();
-    if (removed > 0) touched(std::move(ids));
-    return removed;
+    return removeCards(cards).size();
 }
 
 RecordList<Flashcard>::Snapshot FlashcardStore::removeCards(const std::unordered_set<CardId>& cards) {

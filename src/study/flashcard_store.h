@@ -86,8 +86,6 @@ public:
     bool reset(CardId card, Date now);
     bool remove(CardId card);
     // The number of cards they touched.
-    /// In one change; those that are gone already are passed over.
-    std::size_t remove(const std::vector<CardId>& cards);
     std::size_t resetPage(PageId page, Date now);
     std::size_t removePage(PageId page);
 
@@ -132,8 +130,6 @@ private:
     bool change(CardId card, Change apply);
     template <class Change>
     RecordList<Flashcard>::Snapshot changeAll(const std::unordered_set<CardId>& cards, Change apply);
-    template <class Unwanted>
-    std::size_t removeIf(Unwanted unwanted);
     void touched(std::vector<CardId> cards);
     [[nodiscard]] std::optional<std::size_t> undoableAt(RatingNumber rating) const;
     bool takeBack(std::size_t index, Date now);

@@ -92,11 +92,11 @@ void GenerationModel::cancel() {
 
 void GenerationModel::undoAll() {
     if (desk_ == nullptr || running()) return;
-    std::vector<CardId> cards;
+    std::unordered_set<CardId> cards;
     for (const Row& row : rows_) {
-        if (row.kept) cards.push_back(row.card.id);
+        if (row.kept) cards.insert(row.card.id);
     }
-    const std::size_t removed = desk_->cards().remove(cards);
+    const std::size_t removed = desk_->cards().removeCards(cards).size();
     const std::optional<PageId> summary = state_.summaryPage;
     clear();
     if (summary && desk_->library().entries().find(*summary) != nullptr) {
