@@ -18,7 +18,7 @@ FocusScope {
     signal open(string id)
     signal panelAsked()
     signal moveAsked(string id)
-    signal left()
+    signal escaped()
 
     function find() { finder.ask(body.selectedText); }
     /// Brings a place of the text into view, with the cursor at it.
@@ -137,7 +137,9 @@ FocusScope {
                 }
                 T.TextArea {
                     id: body
-                    property bool taking: false
+                    /// What the page is known to hold. A mark drawn in the text counts as a change of it, too.
+                    property string known
+                    property bool taking: true
                     width: parent.width
                     topPadding: 4
                     focus: true
@@ -153,12 +155,17 @@ FocusScope {
                     Accessible.role: Accessible.EditableText
                     Accessible.multiLine: true
                     Accessible.name: qsTr("Text of the page")
-                    onTextChanged: if (!taking && !readOnly) sheet.page.body = text
+                    onTextChanged: {
+                        if (taking || readOnly || text === known)
+                            return;
+                        known = text;
+                        sheet.page.body = text;
+                    }
                     onCursorRectangleChanged: {
                         if (activeFocus)
                             flick.reveal(y + cursorRectangle.y, y + cursorRectangle.y + cursorRectangle.height);
                     }
-                    Keys.onEscapePressed: finder.open ? finder.close() : sheet.left()
+                    Keys.onEscapePressed: finder.open ? finder.close() : sheet.escaped()
                     Keys.onMenuPressed: bodyMenu.openAtCursor()
                     EditMenu {
                         id: bodyMenu
@@ -234,7 +241,8 @@ FocusScope {
             return;
         body.taking = true;
         taken = page.pageId;
-        look.load(page.body);
+        body.known = page.body;
+        look.load(body.known);
         body.taking = false;
     }
 }

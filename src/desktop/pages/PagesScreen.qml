@@ -51,7 +51,7 @@ FocusScope {
     PageListing {
         id: listing
         desk: screen.desk
-        onChanged: if (panel !== "hidden") screen.face = panel
+        onChanged: if (listing.panel !== "hidden") screen.face = listing.panel
     }
     PageTags {
         id: tags
@@ -118,7 +118,7 @@ FocusScope {
                 onOpen: id => screen.show(id)
                 onPanelAsked: screen.togglePanel()
                 onMoveAsked: id => move.ask(id)
-                onLeft: side.forceActiveFocus()
+                onEscaped: side.forceActiveFocus()
             }
             EmptyState {
                 anchors.centerIn: parent
@@ -135,7 +135,7 @@ FocusScope {
             Layout.fillHeight: true
             visible: active
             active: screen.panelShown && screen.wide
-            sourceComponent: panel
+            sourceComponent: pagePanel
         }
     }
 
@@ -161,7 +161,7 @@ FocusScope {
             stroke: Theme.edge
             Loader {
                 anchors.fill: parent
-                sourceComponent: panel
+                sourceComponent: pagePanel
             }
         }
         Shortcut {
@@ -171,7 +171,7 @@ FocusScope {
         }
     }
     Component {
-        id: panel
+        id: pagePanel
         PagePanel {
             desk: screen.desk
             page: screen.shownPage

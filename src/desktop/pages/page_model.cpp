@@ -60,12 +60,14 @@ void PageModel::change(Change apply) {
 QString PageModel::title() const { return exists() ? toQml(page()->title) : QString(); }
 
 void PageModel::setTitle(const QString& title) {
+    if (!exists()) return;
     desk_->type([&] { change([&](JournalEntry& page) { page.title = title.toStdString(); }); });
 }
 
 QString PageModel::body() const { return exists() ? toQml(page()->body) : QString(); }
 
 void PageModel::setBody(const QString& body) {
+    if (!exists()) return;
     desk_->type([&] {
         change([&](JournalEntry& page) {
             std::string text = body.toStdString();
