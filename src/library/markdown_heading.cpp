@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/function_ref.h"
 #include "base/text.h"
 #include "library/markdown_link.h"
 #include "library/markdown_scan.h"
@@ -140,7 +141,10 @@ bool mayBeUnderlined(std::string_view line) {
 
 }  // namespace
 
-std::optional<Heading> firstHeading(std::string_view markdown) {
+namespace {
+
+/// Gives each heading to `take` until that returns false.
+void eachHeading(std::string_view markdown, FunctionRef<bool(Heading)> take) {
     FenceTracker fence;
     std::string_view previous;  // the only line of its paragraph so far
     bool inParagraph = false;
@@ -153,15 +157,47 @@ std::optional<Heading> firstHeading(std::string_view markdown) {
             inParagraph = isCode;
             continue;
         }
-        if (std::string title = atxHeading(line); !title.empty()) return Heading{std::move(title), begin, end};
+        if (std::string title = atxHeading(line); !title.empty()) {
+            const int level = static_cast<int>(skip(trimmed(line), 0, "#"));
+            if (!take({.title = std::move(title), .begin = begin, .end = end, .level = level})) return;
+            previous = {};
+            inParagraph = false;
+            continue;
+        }
         if (!previous.empty() && isUnderline(line)) {
             std::string title = PlainText(trimmed(previous)).result();
-            if (!title.empty()) return Heading{std::move(title), placeIn(markdown, previous), end};
+            if (!title.empty()) {
+                const int level = trimmed(line).front() == '=' ? 1 : 2;
+                const std::size_t first = placeIn(markdown, previous);
+                if (!take({.title = std::move(title), .begin = first, .end = end, .level = level})) return;
+                previous = {};
+                inParagraph = false;
+                continue;
+            }
         }
         previous = inParagraph || !mayBeUnderlined(line) ? std::string_view() : line;
         inParagraph = true;
     }
-    return std::nullopt;
+}
+
+}  // namespace
+
+std::vector<Heading> allHeadings(std::string_view markdown) {
+    std::vector<Heading> headings;
+    eachHeading(markdown, [&](Heading heading) {
+        headings.push_back(std::move(heading));
+        return true;
+    });
+    return headings;
+}
+
+std::optional<Heading> firstHeading(std::string_view markdown) {
+    std::optional<Heading> first;
+    eachHeading(markdown, [&](Heading heading) {
+        first = std::move(heading);
+        return false;
+    });
+    return first;
 }
 
 }  // namespace tessary

@@ -1,21 +1,67 @@
 #include "desktop/desk/desk.h"
 
 #include <QtCore/QMetaObject>
+#include <cmath>
+
+#include "desktop/desk/due_counts.h"
 
 namespace tessary {
 namespace {
 
 constexpr const char* kThemeKey = "tessary.theme";
 constexpr const char* kCompanionKey = "tessary.companion";
+constexpr double kDueLife = 30;  // seconds; cards fall due while nothing changes
 
 }  // namespace
 
 Desk::Desk(Workspace& workspace, SystemPorts& ports, MainLoop& loop, AISystem& ai)
     : workspace_(workspace), ports_(ports), loop_(loop), ai_(ai) {
-    subscriptions_.push_back(
-        library().changed.connect([this](const LibraryChange&) { soon(libraryPending_, &Desk::libraryChanged); }));
-    subscriptions_.push_back(
-        cards().changed.connect([this](const std::vector<CardId>&) { soon(cardsPending_, &Desk::cardsChanged); }));
+    subscriptions_.push_back(library().changed.connect([this](const LibraryChange&) { hearLibrary(); }));
+    subscriptions_.push_back(cards().changed.connect([this](const std::vector<CardId>&) {
+        due_.reset();
+        soon(cardsPending_, &Desk::cardsChanged);
+    }));
+}
+
+void Desk::type(FunctionRef<void()> change) {
+    typing_ = true;
+    change();
+    typing_ = false;
+}
+
+void Desk::hearLibrary() {
+    if (typing_ && typingPause_) {
+        typingWaits_ = true;
+        return;
+    }
+    typingWaits_ = false;
+    soon(libraryPending_, &Desk::libraryChanged);
+    if (typing_) typingPause_ = loop_.postAfter(kTypingPause, [this] { typingPaused(); });
+}
+
+void Desk::typingPaused() {
+    typingPause_.reset();
+    if (!std::exchange(typingWaits_, false)) return;
+    soon(libraryPending_, &Desk::libraryChanged);
+    typingPause_ = loop_.postAfter(kTypingPause, [this] { typingPaused(); });
+}
+
+const std::unordered_map<PageId, int>& Desk::due() {
+    const Date present = now();
+    if (!due_ || std::abs(present - dueAt_) > kDueLife) {
+        due_ = dueCounts(cards(), present);
+        dueAt_ = present;
+    }
+    return *due_;
+}
+
+void Desk::offerUndo(const QString& sentence, std::function<void()> undo) {
+    undo_ = std::move(undo);
+    Q_EMIT undoable(sentence);
+}
+
+void Desk::undo() {
+    if (const auto undo = std::exchange(undo_, nullptr)) undo();
 }
 
 void Desk::soon(bool& pending, void (Desk::*signal)()) {

@@ -2,16 +2,20 @@
 
 #include <QtQmlIntegration/qqmlintegration.h>
 #include <QtCore/QObject>
+#include <functional>
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 #include "app/ai_system.h"
 #include "app/system_ports.h"
+#include "base/function_ref.h"
 
 namespace tessary {
 
 /// What the window stands on: the opened library and the ports. View models get it as their `desk` and follow its
-/// signals; each is emitted once for a burst of changes, after it, from the event loop. Main thread only.
+/// signals; each is emitted once for a burst of changes, after it, from the event loop. What is typed is told at once
+/// when it begins and then at most each `kTypingPause`. Main thread only.
 class Desk final : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -37,6 +41,21 @@ public:
     [[nodiscard]] AISystem& ai() const { return ai_; }
     [[nodiscard]] Date now() const { return ports_.clock.now(); }
 
+    static constexpr double kTypingPause = 0.2;  ///< seconds
+
+    /// Makes a change of the library that comes with each keystroke.
+    void type(FunctionRef<void()> change);
+    /// For what the library is shown by but does not tell of: the order of lists, the colours of tags.
+    void listingChanged() { soon(libraryPending_, &Desk::libraryChanged); }
+
+    /// Cards that wait for review, by page; at most half a minute old while no card changes.
+    [[nodiscard]] const std::unordered_map<PageId, int>& due();
+
+    /// Tells the user what was done, and how to take it back. The offer before lapses. `undo` outlives whoever made it.
+    void offerUndo(const QString& sentence, std::function<void()> undo);
+    /// Takes back what was offered last, once.
+    Q_INVOKABLE void undo();
+
     [[nodiscard]] QString theme() const;
     void setTheme(const QString& theme);
     [[nodiscard]] bool companion() const;
@@ -52,10 +71,14 @@ Q_SIGNALS:
     void themeChanged();
     void companionChanged();
     void refused(const QString& sentence);
+    /// Done; `undo` takes it back.
+    void undoable(const QString& sentence);
 
 private:
     /// Emits `signal` once, however often it is asked to before the event loop comes to it.
     void soon(bool& pending, void (Desk::*signal)());
+    void hearLibrary();
+    void typingPaused();
 
     Workspace& workspace_;
     SystemPorts& ports_;
@@ -63,6 +86,12 @@ private:
     AISystem& ai_;
     bool libraryPending_ = false;
     bool cardsPending_ = false;
+    bool typing_ = false;  ///< the change that is being made comes from a keystroke
+    bool typingWaits_ = false;  ///< and nobody has been told of it
+    std::optional<DelayedTask> typingPause_;
+    std::optional<std::unordered_map<PageId, int>> due_;
+    Date dueAt_;
+    std::function<void()> undo_;
     std::vector<Subscription> subscriptions_;
 };
 

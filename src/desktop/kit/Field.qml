@@ -27,7 +27,12 @@ T.TextField {
 
     Accessible.role: Accessible.EditableText
     Accessible.name: placeholderText
+    Keys.onMenuPressed: edit.openAtCursor()
 
+    EditMenu {
+        id: edit
+        editor: field
+    }
     Txt {
         visible: field.text === "" && field.preeditText === ""
         x: field.leftPadding

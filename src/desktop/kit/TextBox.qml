@@ -56,9 +56,14 @@ FocusScope {
             Accessible.multiLine: true
             Accessible.name: area.placeholderText
             Keys.priority: Keys.BeforeItem
+            Keys.onMenuPressed: edit.openAtCursor()
             Keys.onTabPressed: area.nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
             Keys.onBacktabPressed: area.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
 
+            EditMenu {
+                id: edit
+                editor: area
+            }
             Txt {
                 visible: area.length === 0 && area.preeditText === ""
                 x: area.leftPadding

@@ -10,6 +10,7 @@ FocusScope {
 
     required property Desk desk
     property string page
+    readonly property int total: deck.total
     signal review()
     signal makeCards()
     signal generate()
@@ -23,21 +24,17 @@ FocusScope {
     ColumnLayout {
         anchors.fill: parent
         anchors.margins: 12
+        anchors.topMargin: 0
         spacing: 12
 
         RowLayout {
             Layout.fillWidth: true
             Layout.preferredHeight: 36
             Txt {
-                text: qsTr("Cards")
-                size: 15
-                weight: 600
-            }
-            Txt {
-                text: deck.total
-                size: 15
-                color: Theme.ink3
+                text: deck.total === 1 ? qsTr("1 card") : qsTr("%1 cards").arg(deck.total)
+                color: Theme.ink2
                 Layout.fillWidth: true
+                Layout.leftMargin: 4
             }
             IconButton {
                 iconName: "plus"

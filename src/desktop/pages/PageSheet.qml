@@ -1,105 +1,101 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Dialogs
 import QtQuick.Layouts
+import QtQuick.Templates as T
 import Tessary.Kit
 import Tessary.Pages
+import Tessary.Desk
 
-/// The open page: where it stands, title, tags and text, all to be written in.
+/// The open page: where it stands, title, tags, files and text, all to be written in.
 FocusScope {
     id: sheet
 
+    required property Desk desk
     required property PageModel page
     readonly property alias selection: body.selectedText
+    required property PageTreeModel tree
+    required property PageTags tags
+    property bool panelShown: false
     signal open(string id)
-    signal told(string sentence)
+    signal panelAsked()
+    signal moveAsked(string id)
+    signal escaped()
+
+    function find() { finder.ask(body.selectedText); }
+    /// Brings a place of the text into view, with the cursor at it.
+    function goTo(position: int) {
+        body.forceActiveFocus();
+        body.cursorPosition = Math.min(position, body.length);
+        const y = body.y + body.positionToRectangle(position).y;
+        flick.contentY = Math.max(0, Math.min(y - 24, flick.contentHeight - flick.height));
+    }
 
     ColumnLayout {
         anchors.fill: parent
         spacing: 0
 
-        RowLayout {
+        PageBar {
             Layout.fillWidth: true
             Layout.preferredHeight: 56
-            Layout.leftMargin: 32
+            Layout.leftMargin: 22
             Layout.rightMargin: 16
-            spacing: 4
-            Flow {
-                Layout.fillWidth: true
-                spacing: 4
-                Repeater {
-                    model: sheet.page.path
-                    delegate: PushButton {
-                        required property var modelData
-                        kind: "ghost"
-                        controlSize: 28
-                        text: modelData.title === "" ? qsTr("Untitled") : modelData.title
-                        onClicked: sheet.open(modelData.pageId)
-                    }
-                }
-                Txt {
-                    text: qsTr("Edited %1").arg(sheet.page.edited)
-                    size: 12
-                    color: Theme.ink3
-                    height: 28
-                    verticalAlignment: Text.AlignVCenter
-                }
-            }
-            IconButton {
-                iconName: "star"
-                label: sheet.page.favorite ? qsTr("Take out of the favorites") : qsTr("Add to the favorites")
-                checkable: true
-                checked: sheet.page.favorite
-                onClicked: sheet.page.favorite = !sheet.page.favorite
-            }
-            IconButton {
-                iconName: "clip"
-                label: qsTr("Attach a PDF")
-                onClicked: files.open()
-            }
-            IconButton {
-                iconName: "more"
-                label: qsTr("More")
-                onClicked: menu.popup()
-                PopupMenu {
-                    id: menu
-                    PopupMenuItem {
-                        text: sheet.page.archived ? qsTr("Take out of the archive") : qsTr("Archive")
-                        iconName: "archive"
-                        onTriggered: sheet.page.archived = !sheet.page.archived
-                    }
-                    PopupMenuItem {
-                        text: qsTr("Move to the Trash")
-                        iconName: "trash"
-                        danger: true
-                        onTriggered: sheet.page.remove()
-                    }
-                }
-            }
+            page: sheet.page
+            panelShown: sheet.panelShown
+            pinned: sheet.page.pinned
+            onOpen: id => sheet.open(id)
+            onAttachAsked: files.open()
+            onFindAsked: sheet.find()
+            onPanelAsked: sheet.panelAsked()
+            onSubpageAsked: sheet.open(sheet.tree.addPage(sheet.page.pageId))
+            onPinAsked: sheet.tree.setPinned(sheet.page.pageId, !sheet.page.pinned)
+            onMoveAsked: sheet.moveAsked(sheet.page.pageId)
+            onExpiryAsked: expiry.ask()
+            onTrashAsked: sheet.tree.remove(sheet.page.pageId)
         }
         Divider { Layout.fillWidth: true }
 
-        ScrollView {
-            id: scroll
+        Flickable {
+            id: flick
+            readonly property real margin: 32
             Layout.fillWidth: true
             Layout.fillHeight: true
-            contentWidth: availableWidth
             clip: true
+            contentHeight: column.implicitHeight
+            boundsBehavior: Flickable.StopAtBounds
+            T.ScrollBar.vertical: Scrollbar {}
 
-            ColumnLayout {
-                width: Math.min(scroll.availableWidth - 64, 720)
-                x: 32
+            function reveal(top: real, bottom: real) {
+                if (top < contentY)
+                    contentY = Math.max(0, top - 12);
+                else if (bottom > contentY + height)
+                    contentY = bottom - height + 12;
+            }
+            // Below the text is text, too.
+            MouseArea {
+                width: flick.width
+                height: Math.max(flick.height, column.implicitHeight)
+                cursorShape: Qt.IBeamCursor
+                onClicked: {
+                    body.forceActiveFocus(Qt.MouseFocusReason);
+                    body.cursorPosition = body.length;
+                }
+            }
+            Column {
+                id: column
+                x: Math.max(flick.margin, (flick.width - width) / 2)
+                width: Math.min(flick.width - 2 * flick.margin, 720)
+                topPadding: 24
+                bottomPadding: 64
                 spacing: 12
 
-                TextField {
+                T.TextField {
                     id: title
-                    Layout.fillWidth: true
-                    Layout.topMargin: 20
-                    leftPadding: 0
-                    background: null
-                    placeholderText: qsTr("Untitled")
-                    placeholderTextColor: Theme.ink3
+                    width: parent.width
+                    implicitHeight: 44
+                    verticalAlignment: TextInput.AlignVCenter
+                    selectByMouse: true
                     color: Theme.ink
+                    placeholderTextColor: Theme.ink3
                     selectionColor: Theme.highlight
                     selectedTextColor: Theme.ink
                     font.family: Theme.display
@@ -107,92 +103,148 @@ FocusScope {
                     font.weight: Font.Bold
                     font.letterSpacing: -0.6
                     readOnly: sheet.page.readOnly
+                    Accessible.role: Accessible.EditableText
                     Accessible.name: qsTr("Title")
                     onTextEdited: sheet.page.title = text
                     onAccepted: body.forceActiveFocus()
-                }
-
-                Flow {
-                    Layout.fillWidth: true
-                    spacing: 8
-                    Repeater {
-                        model: sheet.page.tags
-                        delegate: Chip {
-                            required property string modelData
-                            text: modelData
-                            closable: true
-                            onClosed: sheet.page.removeTag(modelData)
-                        }
+                    Keys.onDownPressed: body.forceActiveFocus()
+                    Keys.onMenuPressed: titleMenu.openAtCursor()
+                    EditMenu {
+                        id: titleMenu
+                        editor: title
                     }
-                    Repeater {
-                        model: sheet.page.attachments
-                        delegate: Chip {
-                            required property string modelData
-                            text: modelData
-                            iconName: "clip"
-                        }
-                    }
-                    TextField {
-                        id: newTag
-                        width: 96
-                        height: 28
-                        leftPadding: 4
-                        background: null
-                        placeholderText: qsTr("+ Tag")
-                        placeholderTextColor: Theme.ink3
-                        color: Theme.ink
-                        font.family: Theme.ui
-                        font.pixelSize: 13
-                        Accessible.name: qsTr("New tag")
-                        onAccepted: {
-                            sheet.page.addTag(text)
-                            clear()
-                        }
+                    Txt {
+                        visible: title.text === "" && title.preeditText === ""
+                        height: parent.height
+                        verticalAlignment: Text.AlignVCenter
+                        text: qsTr("Untitled")
+                        size: 32
+                        weight: 700
+                        color: Theme.ink3
+                        Accessible.ignored: true
                     }
                 }
-
-                TextArea {
+                TagRow {
+                    width: parent.width
+                    page: sheet.page
+                    tags: sheet.tags
+                    onShowAsked: tag => sheet.tree.tag = tag
+                    onExpiryAsked: expiry.ask()
+                }
+                PageFiles {
+                    width: parent.width
+                    attachments: attachments
+                    readOnly: sheet.page.readOnly
+                }
+                T.TextArea {
                     id: body
-                    Layout.fillWidth: true
-                    Layout.bottomMargin: 64
-                    Layout.minimumHeight: Math.max(200, scroll.availableHeight - 180)
-                    leftPadding: 0
-                    background: null
+                    /// What the page is known to hold. A mark drawn in the text counts as a change of it, too.
+                    property string known
+                    property bool taking: true
+                    width: parent.width
+                    topPadding: 4
                     focus: true
                     wrapMode: TextEdit.Wrap
                     textFormat: TextEdit.PlainText
                     persistentSelection: true
-                    placeholderText: qsTr("Write. “Question :: Answer” becomes a card.")
-                    placeholderTextColor: Theme.ink3
+                    selectByMouse: true
                     color: Theme.ink
                     selectionColor: Theme.highlight
                     selectedTextColor: Theme.ink
                     font.family: Theme.ui
                     font.pixelSize: 15
                     readOnly: sheet.page.readOnly
+                    Accessible.role: Accessible.EditableText
+                    Accessible.multiLine: true
                     Accessible.name: qsTr("Text of the page")
-                    onTextChanged: if (activeFocus) sheet.page.body = text
+                    onTextChanged: {
+                        if (taking || readOnly || text === known)
+                            return;
+                        known = text;
+                        sheet.page.body = text;
+                    }
+                    onCursorRectangleChanged: {
+                        if (activeFocus)
+                            flick.reveal(y + cursorRectangle.y, y + cursorRectangle.y + cursorRectangle.height);
+                    }
+                    Keys.onEscapePressed: finder.open ? finder.close() : sheet.escaped()
+                    Keys.onMenuPressed: bodyMenu.openAtCursor()
+                    EditMenu {
+                        id: bodyMenu
+                        editor: body
+                    }
+                    Txt {
+                        visible: body.length === 0 && body.preeditText === ""
+                        y: body.topPadding
+                        width: parent.width
+                        text: qsTr("Write. “Question :: Answer” becomes a card.")
+                        size: 15
+                        wrap: true
+                        color: Theme.ink3
+                        Accessible.ignored: true
+                    }
                 }
             }
         }
+    }
+    FindBar {
+        id: finder
+        anchors.right: parent.right
+        anchors.rightMargin: 16
+        y: 64
+        width: Math.min(implicitWidth, parent.width - 32)
+        text: look
+        position: Math.max(body.selectionEnd, body.cursorPosition)
+        onFoundAt: (position, length) => {
+            body.select(position, position + length);
+            const top = body.y + body.positionToRectangle(position).y;
+            flick.reveal(top - 40, top + 48);
+        }
+        onClosed: body.forceActiveFocus()
+    }
+    PageText {
+        id: look
+        document: body.textDocument
+        faint: Theme.ink3
+        highlight: Theme.highlight
+    }
+    PageAttachments {
+        id: attachments
+        desk: sheet.desk
+        pageId: sheet.page.pageId
+    }
+    ExpirySheet {
+        id: expiry
+        page: sheet.page
+    }
+    FileDialog {
+        id: files
+        title: qsTr("Attach a PDF")
+        nameFilters: [qsTr("PDF files (*.pdf)")]
+        onAccepted: attachments.attach(selectedFile)
     }
 
     // What is typed goes to the page, what the page holds comes back only when it was changed elsewhere.
     Connections {
         target: sheet.page
-        function onChanged() { sheet.take() }
-        function onPageIdChanged() { sheet.take() }
+        function onChanged() { sheet.take(); }
+        function onPageIdChanged() {
+            finder.open = false;
+            sheet.take();
+            flick.contentY = 0;
+        }
     }
     Component.onCompleted: take()
+    property string taken
     function take() {
-        if (title.text !== page.title) title.text = page.title
-        if (body.text !== page.body) body.text = page.body
-    }
-
-    FileDialog {
-        id: files
-        title: qsTr("Attach a PDF")
-        nameFilters: [qsTr("PDF files (*.pdf)")]
-        onAccepted: sheet.page.attach(selectedFile)
+        if (title.text !== page.title)
+            title.text = page.title;
+        if (taken === page.pageId && body.text === page.body)
+            return;
+        body.taking = true;
+        taken = page.pageId;
+        body.known = page.body;
+        look.load(body.known);
+        body.taking = false;
     }
 }

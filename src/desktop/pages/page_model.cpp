@@ -1,13 +1,26 @@
 #include "desktop/pages/page_model.h"
 
-#include <QtCore/QUrl>
+#include <QtCore/QDate>
+#include <QtCore/QLocale>
 #include <algorithm>
 
-#include "ai/page_source.h"
 #include "desktop/desk/moments.h"
+#include "desktop/pages/page_tags.h"
 #include "study/note_deck.h"
 
 namespace tessary {
+namespace {
+
+constexpr double kNoon = 12 * 60 * kSecondsPerMinute;  // a moment of the day that no change of clocks moves off it
+
+QDate dayOf(Date moment, const LocalCalendar& calendar) {
+    const CivilDay day = calendar.civilTime(moment).day;
+    return {day.year, day.month, day.day};
+}
+
+QDate parsedDay(const QString& text) { return QDate::fromString(text.trimmed(), Qt::ISODate); }
+
+}  // namespace
 
 void PageModel::setDesk(Desk* desk) {
     if (desk == desk_) return;
@@ -47,29 +60,66 @@ void PageModel::change(Change apply) {
 QString PageModel::title() const { return exists() ? toQml(page()->title) : QString(); }
 
 void PageModel::setTitle(const QString& title) {
-    change([&](JournalEntry& page) { page.title = title.toStdString(); });
+    if (!exists()) return;
+    desk_->type([&] { change([&](JournalEntry& page) { page.title = title.toStdString(); }); });
 }
 
 QString PageModel::body() const { return exists() ? toQml(page()->body) : QString(); }
 
 void PageModel::setBody(const QString& body) {
-    change([&](JournalEntry& page) {
-        page.body = body.toStdString();
-        page.bodyRTF.reset();  // else the rich text would go on standing for the old one
+    if (!exists()) return;
+    desk_->type([&] {
+        change([&](JournalEntry& page) {
+            std::string text = body.toStdString();
+            if (text == page.body) return;
+            page.body = std::move(text);
+            page.bodyRTF.reset();  // else the rich text would go on standing for the old one
+        });
     });
 }
 
-QStringList PageModel::tags() const {
-    QStringList tags;
+QStringList PageModel::tagNames() const {
+    QStringList names;
     if (exists())
-        std::ranges::transform(page()->tags, std::back_inserter(tags), [](const auto& tag) { return toQml(tag); });
+        std::ranges::transform(page()->tags, std::back_inserter(names), [](const auto& tag) { return toQml(tag); });
+    return names;
+}
+
+QVariantList PageModel::tags() const {
+    QVariantList tags;
+    if (!exists()) return tags;
+    const auto colors = desk_->library().tagColors();
+    for (const std::string& tag : page()->tags)
+        tags.append(QVariantMap{{"name", toQml(tag)}, {"color", tagColor(colors, tag)}});
     return tags;
+}
+
+/// Runs of what is no white space, signs alone left out.
+int PageModel::words() const {
+    if (!exists()) return 0;
+    int words = 0;
+    bool inWord = false;
+    for (const QChar c : toQml(page()->body)) {
+        if (c.isSpace()) {
+            inWord = false;
+        } else if (!inWord && (c.isLetterOrNumber() || c.isSurrogate())) {
+            inWord = true;
+            ++words;
+        }
+    }
+    return words;
 }
 
 bool PageModel::favorite() const { return exists() && page()->isFavorite; }
 
 void PageModel::setFavorite(bool favorite) {
     change([&](JournalEntry& page) { page.isFavorite = favorite; });
+}
+
+bool PageModel::pinned() const {
+    if (!exists()) return false;
+    const std::vector<PageId> pinned = desk_->library().pinnedPages();
+    return std::ranges::find(pinned, id_) != pinned.end();
 }
 
 bool PageModel::archived() const { return exists() && page()->isArchived; }
@@ -100,13 +150,6 @@ QString PageModel::notebookColor() const {
     return notebook() == nullptr ? QString() : "#" + toQml(notebook()->colorHex);
 }
 
-QStringList PageModel::attachments() const {
-    QStringList names;
-    if (!exists()) return names;
-    for (const std::string& name : pdfsOf(*page())) names.append(toQml(name));
-    return names;
-}
-
 bool PageModel::readOnly() const { return desk_ != nullptr && desk_->workspace().access() != StoreAccess::readWrite; }
 
 void PageModel::addTag(const QString& tag) {
@@ -120,13 +163,50 @@ void PageModel::removeTag(const QString& tag) {
     change([&](JournalEntry& page) { std::erase(page.tags, tag.toStdString()); });
 }
 
-void PageModel::attach(const QUrl& file) {
-    const auto name = desk_->library().addMedia(MediaKind::pdf, file.toLocalFile().toStdString());
-    if (!name) return desk_->refuse(name.error());
-    change([&](JournalEntry& page) {
-        const std::vector<std::string> present = pdfsOf(page);
-        if (std::ranges::find(present, *name) == present.end()) page.pdfAttachments.push_back(*name);
-    });
+// ---- expiry -----------------------------------------------------------------------------------------------------
+
+QString PageModel::expiryDay() const {
+    if (!exists() || !page()->expirationDate) return {};
+    return dayOf(*page()->expirationDate, desk_->ports().calendar).toString(Qt::ISODate);
+}
+
+bool PageModel::expired() const {
+    return exists() && page()->expirationDate &&
+           dayOf(*page()->expirationDate, desk_->ports().calendar) <= dayOf(desk_->now(), desk_->ports().calendar);
+}
+
+QString PageModel::expiryText() const {
+    if (!exists() || !page()->expirationDate) return {};
+    const QDate day = dayOf(*page()->expirationDate, desk_->ports().calendar);
+    const QDate today = dayOf(desk_->now(), desk_->ports().calendar);
+    const qint64 days = today.daysTo(day);
+    const QString date = QLocale::c().toString(day, day.year() == today.year() ? "d MMM" : "d MMM yyyy");
+    if (days == 0) return tr("Page expires today");
+    if (days == 1) return tr("Expires tomorrow");
+    return days < 0 ? tr("Expired %1").arg(date) : tr("Expires %1").arg(date);
+}
+
+void PageModel::setExpiry(std::optional<Date> moment) {
+    change([&](JournalEntry& page) { page.expirationDate = moment; });
+}
+
+void PageModel::expireIn(int days) {
+    const LocalCalendar& calendar = desk_->ports().calendar;
+    setExpiry(calendar.addingDays(calendar.startOfDay(desk_->now()), days));
+}
+
+void PageModel::setExpiryDay(const QString& day) {
+    if (day.trimmed().isEmpty()) return setExpiry(std::nullopt);
+    const QDate wanted = parsedDay(day);
+    if (!wanted.isValid()) return;
+    const LocalCalendar& calendar = desk_->ports().calendar;
+    const auto days = static_cast<int>(dayOf(desk_->now(), calendar).daysTo(wanted));
+    setExpiry(calendar.startOfDay(calendar.addingDays(calendar.startOfDay(desk_->now()) + kNoon, days)));
+}
+
+QString PageModel::dayInWords(const QString& day) const {
+    const QDate wanted = parsedDay(day);
+    return wanted.isValid() ? QLocale::c().toString(wanted, "dddd, d MMMM yyyy") : QString();
 }
 
 QString PageModel::makeCardsFromText() {
@@ -137,10 +217,6 @@ QString PageModel::makeCardsFromText() {
     if (change.added + change.updated == 0) return tr("All questions of this page have their cards.");
     const QString added = change.added == 1 ? tr("1 card added") : tr("%1 cards added").arg(change.added);
     return change.updated == 0 ? added : tr("%1, %2 updated").arg(added).arg(change.updated);
-}
-
-void PageModel::remove() {
-    if (const auto removed = desk_->library().deletePage(id_); !removed) desk_->refuse(removed.error());
 }
 
 }  // namespace tessary

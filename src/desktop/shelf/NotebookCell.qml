@@ -88,7 +88,7 @@ T.AbstractButton {
             Icon {
                 id: pin
                 visible: cell.pinned
-                name: "clip"
+                name: "pin"
                 size: 14
                 color: Theme.ink3
             }

@@ -33,7 +33,7 @@ PopupMenu {
     PopupMenuItem {
         visible: menu.real
         text: menu.cell?.pinned ? qsTr("Unpin") : qsTr("Pin to the front")
-        iconName: "clip"
+        iconName: "pin"
         onTriggered: menu.pinAsked(menu.cell)
     }
     PopupMenuLine {

@@ -63,6 +63,7 @@ ApplicationWindow {
     Connections {
         target: window.desk
         function onRefused(sentence) { toasts.show(sentence, "", null) }
+        function onUndoable(sentence) { toasts.show(sentence, qsTr("Undo"), () => window.desk.undo()) }
     }
 
     Shortcut {

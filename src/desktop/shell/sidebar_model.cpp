@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "app/welcome.h"
-#include "desktop/desk/due_counts.h"
 
 namespace tessary {
 
@@ -24,7 +23,7 @@ void SidebarModel::refresh() {
     for (const Notebook& notebook : desk_->library().notebooks()) {
         rows.push_back({.id = notebook.id, .name = toQml(notebook.name), .color = "#" + toQml(notebook.colorHex)});
     }
-    const auto counts = dueCounts(desk_->cards(), desk_->now());
+    const auto& counts = desk_->due();
     due_ = favorites_ = 0;
     for (const JournalEntry& page : desk_->library().entries()) {
         if (page.isFavorite && !page.isArchived) ++favorites_;

@@ -5,6 +5,7 @@
 #include <QtCore/QJsonObject>
 #include <QtGui/QAccessible>
 #include <QtQuick/QQuickWindow>
+#include <algorithm>
 
 namespace tessary {
 namespace {
@@ -53,6 +54,24 @@ QString LibraryRig::titleOf(const QString& page) const {
 QString LibraryRig::bodyOf(const QString& page) const {
     const JournalEntry* const found = rig_->library().entries().find(fromQml<PageId>(page));
     return found == nullptr ? QString() : toQml(found->body);
+}
+
+QString LibraryRig::parentOf(const QString& page) const {
+    const JournalEntry* const found = rig_->library().entries().find(fromQml<PageId>(page));
+    return found == nullptr || !found->parentID ? QString() : toQml(*found->parentID);
+}
+
+QStringList LibraryRig::tagsOf(const QString& page) const {
+    QStringList tags;
+    const JournalEntry* const found = rig_->library().entries().find(fromQml<PageId>(page));
+    if (found == nullptr) return tags;
+    for (const std::string& tag : found->tags) tags.append(toQml(tag));
+    return tags;
+}
+
+bool LibraryRig::isPinned(const QString& page) const {
+    const std::vector<PageId> pinned = rig_->library().pinnedPages();
+    return std::ranges::find(pinned, fromQml<PageId>(page)) != pinned.end();
 }
 
 QString LibraryRig::setting(const QString& key) const {

@@ -28,6 +28,11 @@ public:
     Q_INVOKABLE int cards() const { return static_cast<int>(rig_->cards().cards().size()); }
     Q_INVOKABLE QString titleOf(const QString& page) const;
     Q_INVOKABLE QString bodyOf(const QString& page) const;
+    /// Empty for a top-level page.
+    Q_INVOKABLE QString parentOf(const QString& page) const;
+    Q_INVOKABLE QStringList tagsOf(const QString& page) const;
+    Q_INVOKABLE bool isPinned(const QString& page) const;
+    Q_INVOKABLE int trashed() const { return static_cast<int>(rig_->library().trash().size()); }
     /// Of the settings; empty when it is not set.
     Q_INVOKABLE QString setting(const QString& key) const;
 
