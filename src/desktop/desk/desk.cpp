@@ -36,6 +36,11 @@ void Desk::setTheme(const QString& theme) {
     Q_EMIT themeChanged();
 }
 
+QString Desk::closeLibrary() {
+    const auto closed = workspace_.close();
+    return closed ? QString() : toQml(closed.error());
+}
+
 QStringList Desk::problems() const {
     QStringList lines;
     for (const std::string& problem : workspace_.loadProblems()) lines.append(toQml(problem));

@@ -62,9 +62,4 @@ FocusScope {
             }
         }
     }
-
-    Shortcut {
-        sequence: "Ctrl+N"
-        onActivated: side.open(side.tree.addPage(""))
-    }
 }

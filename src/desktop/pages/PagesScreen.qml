@@ -15,6 +15,8 @@ FocusScope {
     signal review(string id)
     signal told(string sentence)
 
+    function newPage() { screen.openPage(tree.addPage("")); }
+
     PageTreeModel {
         id: tree
         desk: screen.desk
@@ -64,7 +66,7 @@ FocusScope {
                 visible: !current.exists
                 text: qsTr("There are no pages here yet.")
                 actionText: screen.place === "archive" ? "" : qsTr("Write a page")
-                onAction: screen.openPage(tree.addPage(""))
+                onAction: screen.newPage()
             }
         }
 

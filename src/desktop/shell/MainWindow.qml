@@ -7,6 +7,7 @@ import Tessary.Desk
 import Tessary.Shelf
 import Tessary.Pages
 import Tessary.Review
+import Tessary.Search
 
 /// The window: navigation on the desk, and the sheet of paper that is worked on.
 ApplicationWindow {
@@ -19,11 +20,14 @@ ApplicationWindow {
     height: 800
     minimumWidth: 900
     minimumHeight: 600
-    visible: true
+    visible: false  // until it is where it was
     title: qsTr("Tessary")
     color: Theme.desk
 
     readonly property bool reviewing: navigator.screen === "review"
+    property bool closesAnyway: false
+    signal notebookWanted()
+    signal pageWanted()
 
     Binding {
         target: Theme
@@ -34,34 +38,71 @@ ApplicationWindow {
     readonly property bool systemIsDark: systemPalette.window.hslLightness < 0.5
     SystemPalette { id: systemPalette }
 
+    property color accent: notebookAccent.known ? notebookAccent.color : Theme.defaultAccent
+    Behavior on accent { ColorAnimation { duration: Theme.slide } }
+    Binding {
+        target: Theme
+        property: "accent"
+        value: window.accent
+    }
+    NotebookAccent {
+        id: notebookAccent
+        desk: window.desk
+        place: navigator.place
+        page: navigator.page
+    }
+
     Component.onCompleted: {
+        memory.restore(window)
         if (startAt === "review")
             navigator.openReview("")
         if (desk.problems.length > 0)
             unreadable.open()
     }
 
+    onClosing: close => {
+        memory.store()
+        const problem = closesAnyway ? "" : desk.closeLibrary()
+        close.accepted = problem === ""
+        if (problem !== "")
+            unsaved.tell(problem)
+    }
+
     Navigator { id: navigator }
+    WindowMemory {
+        id: memory
+        desk: window.desk
+        navigator: navigator
+    }
 
     Connections {
         target: window.desk
         function onRefused(sentence) { toasts.show(sentence, "", null) }
     }
 
-    Shortcut {
-        sequences: ["Alt+Left", "Back"]
-        enabled: navigator.canGoBack
-        onActivated: navigator.goBack()
+    WindowCommands {
+        id: commands
+        desk: window.desk
+        navigator: navigator
+        sidebarFolded: memory.sidebarFolded
+        onPaletteAsked: palette.show()
+        onSearchAsked: search.show()
+        onNotebookAsked: {
+            navigator.openShelf()
+            window.notebookWanted()
+        }
+        onPageAsked: {
+            if (navigator.screen !== "pages" || navigator.place === "archive")
+                navigator.openPlace("all")
+            window.pageWanted()
+        }
+        onFoldAsked: memory.sidebarFolded = !memory.sidebarFolded
+        onThemeAsked: theme => window.desk.theme = theme
+        onQuitAsked: window.close()
+        onPageChosen: (place, page) => navigator.openPage(place, page)
+        onNotebookChosen: notebook => navigator.openPlace(notebook)
     }
-    Shortcut {
-        sequence: "Ctrl+R"
-        enabled: !window.reviewing
-        onActivated: navigator.openReview("")
-    }
-    Shortcut {
-        sequence: "Ctrl+Q"
-        onActivated: window.close()
-    }
+    CommandKeys { palette: commands }
 
     Sidebar {
         id: sidebar
@@ -70,7 +111,10 @@ ApplicationWindow {
         width: visible ? implicitWidth : 0
         desk: window.desk
         navigator: navigator
-        folded: navigator.screen === "pages" || window.width < 1000
+        foldedByUser: memory.sidebarFolded
+        foldable: navigator.screen !== "pages" && window.width >= 1000
+        onSearch: search.show()
+        onFold: commands.foldAsked()
     }
 
     Loader {
@@ -93,22 +137,34 @@ ApplicationWindow {
         id: shelf
         Paper {
             ShelfScreen {
+                id: shelfScreen
                 anchors.fill: parent
                 desk: window.desk
+                untouched: sidebar.untouched
                 onOpenNotebook: id => navigator.openPlace(id)
                 onStartReview: navigator.openReview("")
+                onWelcomeAsked: sidebar.makeWelcomeNotebook()
+            }
+            Connections {
+                target: window
+                function onNotebookWanted() { shelfScreen.newNotebook() }
             }
         }
     }
     Component {
         id: pages
         PagesScreen {
+            id: pagesScreen
             desk: window.desk
             place: navigator.place
             page: navigator.page
             onOpenPage: id => navigator.showPage(id)
             onReview: id => navigator.openReview(id)
             onTold: sentence => toasts.show(sentence, "", null)
+            Connections {
+                target: window
+                function onPageWanted() { pagesScreen.newPage() }
+            }
         }
     }
     Component {
@@ -156,6 +212,33 @@ ApplicationWindow {
                 Layout.fillWidth: true
             }
         }
+    }
+
+    ClosingSheet {
+        id: unsaved
+        objectName: "unsaved"
+        onAccepted: window.close()
+        onCloseAnyway: {
+            window.closesAnyway = true
+            window.close()
+        }
+    }
+    SearchSheet {
+        id: search
+        objectName: "search"
+        desk: window.desk
+        onOpenPage: (place, page) => navigator.openPage(place, page)
+    }
+    PaletteSheet {
+        id: palette
+        objectName: "palette"
+        palette: commands
+    }
+    // The window comes first, then the search is made ready.
+    Timer {
+        interval: 1500
+        running: window.visible
+        onTriggered: search.warm()
     }
 
     ToastHost {
