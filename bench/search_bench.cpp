@@ -15,10 +15,11 @@ std::size_t countOf(const benchmark::State& state) { return static_cast<std::siz
 void find(benchmark::State& state, std::string_view query, std::size_t wanted) {
     ThreadQueue queue("bench");
     OpenLibrary library(countOf(state), 1, queue, StoreAccess::readOnly);
+    const PageSearch::Pages& pages = library.pages.entries().snapshot();
     const IcuTextServices text;
-    PageSearch search(library.pages, text);
-    if (search.find(query).size() < wanted) state.SkipWithError("not found");
-    for (auto _ : state) benchmark::DoNotOptimize(search.find(query));
+    PageSearch search(text);
+    if (search.find(pages, query).size() < wanted) state.SkipWithError("not found");
+    for (auto _ : state) benchmark::DoNotOptimize(search.find(pages, query));
 }
 
 /// Words that stand in every page, as soon as it is long enough.
@@ -32,10 +33,11 @@ BENCHMARK(searchNothing)->Arg(1'000)->Arg(10'000)->Unit(kUnit);
 void searchFirst(benchmark::State& state) {
     ThreadQueue queue("bench");
     OpenLibrary library(countOf(state), 1, queue, StoreAccess::readOnly);
+    const PageSearch::Pages& pages = library.pages.entries().snapshot();
     const IcuTextServices text;
     for (auto _ : state) {
-        PageSearch search(library.pages, text);
-        benchmark::DoNotOptimize(search.find("hippocampus"));
+        PageSearch search(text);
+        benchmark::DoNotOptimize(search.find(pages, "hippocampus"));
     }
 }
 BENCHMARK(searchFirst)->Arg(1'000)->Arg(10'000)->Unit(kUnit);

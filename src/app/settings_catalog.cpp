@@ -126,10 +126,19 @@ const std::vector<SettingEntry>& entries() {
          .defaultValue = std::string("cards"),
          .description = "What the panel beside a page shows.",
          .choices = {"cards", "outline", "hidden"}},
+        {.key = "tessary.lastPlace",
+         .defaultValue = std::string(),
+         .description = "What the window showed last; it begins there."},
+        {.key = "tessary.sidebarFolded",
+         .defaultValue = false,
+         .description = "Whether the window's sidebar is a narrow rail."},
         {.key = "tessary.theme",
          .defaultValue = std::string("system"),
          .description = "Light or dark window.",
          .choices = {"system", "light", "dark"}},
+        {.key = "tessary.window",
+         .defaultValue = std::string(),
+         .description = "Where the window was when it was closed: size, position, and whether it was maximized."},
     };
     return all;
 }

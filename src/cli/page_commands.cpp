@@ -254,9 +254,9 @@ struct SearchArgs {
 
 void searchPages(CommandContext& context, const SearchArgs& args) {
     JournalStore& library = context.open(WorkspaceUse::read).library();
-    PageSearch search(library, context.system().text);
+    PageSearch search(context.system().text);
     const std::size_t limit = context.json() ? library.entries().size() : PageSearch::kUsualLimit;
-    const std::vector<PageHit> hits = search.find(joined(args.words, " "), limit);
+    const std::vector<PageHit> hits = search.find(library.entries().snapshot(), joined(args.words, " "), limit);
     if (context.json()) {
         PagePointers pages;
         for (const PageHit& hit : hits) pages.push_back(library.entries().find(hit.page));

@@ -43,8 +43,9 @@ int showLibrary(const AppPaths& paths, const QString& startAt) {
         if (engine.rootObjects().isEmpty()) return fail("The window could not be made.");
         code = QGuiApplication::exec();
     }
-    const auto closed = (*workspace)->close();
-    return closed ? code : fail(closed.error());
+    // The window has closed the library; what the user chose to leave unsaved is tried once more.
+    const auto saved = (*workspace)->flush();
+    return saved ? code : fail(saved.error());
 }
 
 int showGallery() {

@@ -15,6 +15,7 @@ Q_IMPORT_QML_PLUGIN(Tessary_PagesPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_ReviewPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_StudyPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_GenerationPlugin)
+Q_IMPORT_QML_PLUGIN(Tessary_SearchPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_ShellPlugin)
 
 namespace tessary {

@@ -5,6 +5,8 @@
 #include <optional>
 
 #include "base/text.h"
+#include "library/listing.h"
+#include "library/search_text.h"
 
 namespace tessary {
 namespace {
@@ -16,25 +18,6 @@ constexpr std::size_t kLookBack = 1024;           // bytes before a match that a
 constexpr std::string_view kEllipsis = "…";
 
 bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
-
-bool isAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }
-
-/// Most words even of a text in German or French are ASCII: only the others go the slow way.
-std::string foldedText(std::string_view text, const TextServices& services) {
-    constexpr std::string_view kBlanks = " \n";
-    std::string folded;
-    while (!text.empty()) {
-        const auto other =
-            static_cast<std::size_t>(std::ranges::find_if_not(text, [](char c) { return isAscii(c); }) - text.begin());
-        if (other == text.size()) return folded += asciiLowered(text);
-        const std::size_t wordStart = text.find_last_of(kBlanks, other) + 1;  // 0 when there is none
-        const std::size_t wordEnd = std::min(text.find_first_of(kBlanks, other), text.size());
-        folded += asciiLowered(text.substr(0, wordStart));
-        folded += services.folded(text.substr(wordStart, wordEnd - wordStart));
-        text.remove_prefix(wordEnd);
-    }
-    return folded;
-}
 
 /// Finds one word in many texts by its rarest byte.
 class Needle {
@@ -86,28 +69,6 @@ std::size_t firstMatch(std::string_view folded, const std::vector<std::string>& 
     return first;
 }
 
-/// Where the byte at `foldedOffset` of the folded line comes from. Halving costs no more than folding twice.
-std::size_t originalOffset(std::string_view line, std::size_t foldedOffset, const TextServices& services) {
-    std::size_t start = 0;
-    while (true) {
-        std::size_t half = (line.size() + 1) / 2;
-        while (half < line.size() && isContinuation(line[half])) ++half;
-        if (half >= line.size()) {
-            half = line.size() / 2;
-            while (half > 0 && isContinuation(line[half])) --half;
-        }
-        if (half == 0 || half == line.size()) return start;
-        const std::size_t foldedHalf = foldedText(line.substr(0, half), services).size();
-        if (foldedHalf > foldedOffset) {
-            line = line.substr(0, half);
-        } else {
-            foldedOffset -= foldedHalf;
-            start += half;
-            line.remove_prefix(half);
-        }
-    }
-}
-
 /// Where the excerpt begins: some characters before the match, at a word if there is one.
 std::size_t excerptStart(std::string_view line, std::size_t match, const TextServices& services) {
     std::size_t from = match > kLookBack ? match - kLookBack : 0;
@@ -132,21 +93,16 @@ std::string excerptAround(std::string_view line, std::size_t match, const TextSe
 
 }  // namespace
 
-PageSearch::PageSearch(JournalStore& store, const TextServices& text) : store_(store), text_(text) {
-    changes_ = store.changed.connect([this](const LibraryChange& change) {
-        if (isFilled_) stale_.insert(change.pages.begin(), change.pages.end());
-    });
-}
-
-std::vector<PageHit> PageSearch::find(std::string_view query, std::size_t limit) {
-    const std::vector<std::string> words = wordsOf(query);
-    if (words.empty()) return {};
-    refresh();
+std::vector<PageHit> PageSearch::find(const Pages& pages, std::string_view query, std::size_t limit,
+                                      const std::stop_token& stop) {
+    const std::vector<std::string> words = searchWords(query, text_);
+    if (!refresh(pages, stop) || words.empty()) return {};
     std::vector<Needle> needles;
     for (const std::string& word : words) needles.emplace_back(word, byteCounts_);
 
     std::vector<Match> matches;
     for (const auto& [id, page] : pages_) {
+        if (stop.stop_requested()) return {};
         const std::optional<PageHit::Where> where = matchIn(page, needles);
         if (where) matches.push_back({*where, page.lastEdited, id});
     }
@@ -164,58 +120,42 @@ std::vector<PageHit> PageSearch::find(std::string_view query, std::size_t limit)
     return hits;
 }
 
-void PageSearch::refresh() {
-    if (!isFilled_) {
-        pages_.reserve(store_.entries().size());
-        for (const JournalEntry& page : store_.entries()) add(page);
-        isFilled_ = true;
-        return;
+bool PageSearch::refresh(const Pages& pages, const std::stop_token& stop) {
+    ++round_;
+    for (const auto& page : pages) {
+        if (stop.stop_requested()) return false;
+        FoldedPage& folded = pages_[page->id];
+        if (folded.round == round_) continue;  // a second page of this identity
+        folded.round = round_;
+        if (folded.source != page) fold(page, folded);
     }
-    for (const PageId& id : stale_) {
-        pages_.erase(id);
-        if (const JournalEntry* const page = store_.entries().find(id)) add(*page);
-    }
-    stale_.clear();
+    std::erase_if(pages_, [this](const auto& page) { return page.second.round != round_; });
+    return true;
 }
 
-void PageSearch::add(const JournalEntry& page) {
-    FoldedPage folded{.title = foldedText(page.title, text_),
-                      .tags = {},
-                      .body = foldedText(page.body, text_),
-                      .lastEdited = lastEdited(page)};
-    for (const std::string& tag : page.tags) folded.tags.push_back(foldedText(tag, text_));
+void PageSearch::fold(const Pages::value_type& page, FoldedPage& folded) {
+    folded.source = page;
+    folded.title = searchFolded(page->title, text_);
+    folded.body = searchFolded(page->body, text_);
+    folded.lastEdited = lastEdited(*page);
+    folded.tags.clear();
+    for (const std::string& tag : page->tags) folded.tags.push_back(searchFolded(tag, text_));
     sampleBytes(folded.body);
-    pages_.try_emplace(page.id, std::move(folded));
 }
 
 void PageSearch::sampleBytes(std::string_view text) {
     for (const char c : text.substr(0, kSampledBytes)) ++byteCounts_[static_cast<unsigned char>(c)];
 }
 
-std::vector<std::string> PageSearch::wordsOf(std::string_view query) const {
-    std::vector<std::string> words;
-    std::string blanksAsSpaces(query);
-    std::ranges::replace_if(blanksAsSpaces, [](char c) { return c == '\t' || c == '\n' || c == '\r'; }, ' ');
-    bool isQuoted = false;
-    for (const std::string_view part : split(blanksAsSpaces, '"')) {
-        const std::vector<std::string_view> pieces = isQuoted ? std::vector{part} : split(part, ' ');
-        for (const std::string_view piece : pieces) words.push_back(foldedText(trimmed(piece), text_));
-        isQuoted = !isQuoted;
-    }
-    std::erase_if(words, [](const std::string& word) { return word.empty(); });
-    // A long word is found in few pages, which spares the search for the others.
-    std::ranges::stable_sort(words, std::ranges::greater{}, &std::string::size);
-    return words;
-}
-
 std::string PageSearch::excerptOf(PageId id, const std::vector<std::string>& words) const {
-    const std::string_view folded = pages_.at(id).body;
+    const FoldedPage& page = pages_.at(id);
+    const std::string_view folded = page.body;
     const std::size_t match = firstMatch(folded, words);
     if (match == std::string_view::npos) return {};
     // Folding keeps the line ends. No word has one in it, so that a match lies within a line.
     const std::size_t lineStart = folded.substr(0, match).find_last_of("\r\n") + 1;
     const std::size_t lineNumber = splitLines(folded.substr(0, lineStart)).size();
-    const std::string_view line = splitLines(store_.entries().find(id)->body)[lineNumber];
+    const std::string_view line = splitLines(page.source->body)[lineNumber];
     return excerptAround(line, originalOffset(line, match - lineStart, text_), text_);
 }
 

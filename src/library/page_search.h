@@ -3,13 +3,15 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
-#include "library/journal_store.h"
+#include "library/library_json.h"
+#include "library/page.h"
+#include "library/record_list.h"
 #include "platform/text_services.h"
 
 namespace tessary {
@@ -31,31 +33,38 @@ struct PageHit {
     friend bool operator==(const PageHit&, const PageHit&) = default;
 };
 
-/// Searches the live pages while the user types. Main thread only.
+/// Searches pages while the user types. Any thread, one at a time.
 ///
 /// The first search folds all pages and keeps the result, which takes about as much memory as the texts themselves;
 /// later ones fold only what has changed since.
 class PageSearch {
 public:
-    /// Both arguments outlive the search.
-    PageSearch(JournalStore& store, const TextServices& text);
+    /// The pages of a store as they were at one moment.
+    using Pages = RecordList<JournalEntry>::Snapshot;
+
+    /// `text` outlives the search.
+    explicit PageSearch(const TextServices& text) : text_(text) {}
     PageSearch(const PageSearch&) = delete;
     PageSearch& operator=(const PageSearch&) = delete;
 
     static constexpr std::size_t kUsualLimit = 100;
 
-    /// The pages whose title, tags and body together contain every word of `query`, wherever in a word it stands,
-    /// without regard to case and diacritics. What stands in double quotes counts as one word and is looked for within
-    /// a line. Matches in titles come first, then tags, then bodies, the last edited first in each; `limit` at most.
-    /// Nothing is found for a blank query.
-    [[nodiscard]] std::vector<PageHit> find(std::string_view query, std::size_t limit = kUsualLimit);
+    /// Those of `pages` whose title, tags and body together contain every word of `query`, wherever in a word it
+    /// stands, without regard to case and diacritics. What stands in double quotes counts as one word and is looked for
+    /// within a line. Matches in titles come first, then tags, then bodies, the last edited first in each; `limit` at
+    /// most. Nothing is found for a blank query, which still prepares the next; nor once `stop` is requested, soon
+    /// after which it returns.
+    [[nodiscard]] std::vector<PageHit> find(const Pages& pages, std::string_view query, std::size_t limit = kUsualLimit,
+                                            const std::stop_token& stop = {});
 
 private:
     struct FoldedPage {
+        Pages::value_type source;
         std::string title;
         std::vector<std::string> tags;
         std::string body;
         Date lastEdited;
+        std::uint64_t round = 0;  ///< the last search that came upon it
     };
     struct Match {
         PageHit::Where where;
@@ -63,20 +72,17 @@ private:
         PageId page;
     };
 
-    void refresh();
-    void add(const JournalEntry& page);
+    /// False when it was stopped.
+    bool refresh(const Pages& pages, const std::stop_token& stop);
+    void fold(const Pages::value_type& page, FoldedPage& folded);
     void sampleBytes(std::string_view text);
-    [[nodiscard]] std::vector<std::string> wordsOf(std::string_view query) const;
     [[nodiscard]] std::string excerptOf(PageId page, const std::vector<std::string>& words) const;
 
-    const JournalStore& store_;
     const TextServices& text_;
     std::unordered_map<PageId, FoldedPage> pages_;
-    std::unordered_set<PageId> stale_;  ///< folded before their last change
-    bool isFilled_ = false;
+    std::uint64_t round_ = 0;
     /// How often each byte was met in the texts: looking for the rarest byte of a word skips most of a text.
     std::array<std::uint64_t, 256> byteCounts_{};
-    Subscription changes_;
 };
 
 }  // namespace tessary

@@ -26,6 +26,16 @@ void shoot(QQuickWindow& window, const std::filesystem::path& folder, const std:
     std::cout << file << (window.grabWindow().save(QString::fromStdString(file)) ? "" : " FAILED") << '\n';
 }
 
+/// A sheet over the window, with `text` typed into it.
+void shootFinder(QQuickWindow& window, const std::filesystem::path& folder, const char* finder, const QString& text,
+                 const std::string& name) {
+    auto* const sheet = window.findChild<QObject*>(finder);
+    QMetaObject::invokeMethod(sheet, "show");
+    sheet->setProperty("text", text);
+    shoot(window, folder, name);
+    QMetaObject::invokeMethod(sheet, "close");
+}
+
 }  // namespace
 }  // namespace tessary
 
@@ -64,6 +74,9 @@ int main(int argc, char** argv) {
         shoot(window, folder, "shelf" + end);
         navigator.openPlace(toQml(notebook));
         shoot(window, folder, "pages" + end);
+        shootFinder(window, folder, "search", "answer tessary", "search" + end);
+        shootFinder(window, folder, "palette", "", "palette" + end);
+        shootFinder(window, folder, "palette", "no", "palette-typed" + end);
         navigator.openStudy();
         shoot(window, folder, "study" + end);
         navigator.openDeck("all");

@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtGui/QKeySequence>
+#include <map>
 
 #include "desktop/desk_rig.h"
+#include "desktop/search/command_palette.h"
 #include "desktop/shell/navigator.h"
 #include "desktop/window.h"
 
@@ -47,6 +50,59 @@ TEST_F(WindowTest, EveryScreenComesUpWithoutAComplaint) {
         }
     }
     EXPECT_EQ(problems_, std::vector<std::string>{});
+}
+
+TEST_F(WindowTest, EveryKeyStandsOnce) {
+    auto& commands = *window().findChild<CommandPalette*>();
+    auto list = commands.commandsForQml();
+    for (const char* const screen : {"shelf", "pages", "study"}) {
+        if (screen == std::string("pages")) navigator().openPlace("all");
+        if (screen == std::string("study")) navigator().openStudy();
+        std::map<QString, QString> titles;
+        for (qsizetype i = 0; i < list.count(&list); ++i) {
+            const Command& command = *list.at(&list, i);
+            EXPECT_FALSE(command.title().isEmpty());
+            for (const QString& key : command.property("keys").toStringList()) {
+                EXPECT_FALSE(QKeySequence(key).toString().isEmpty()) << key.toStdString();
+                const auto [found, isNew] = titles.try_emplace(key, command.title());
+                EXPECT_TRUE(isNew) << key.toStdString() << ": " << found->second.toStdString();
+            }
+        }
+        EXPECT_GT(titles.size(), 10U);
+    }
+}
+
+TEST_F(WindowTest, StaysOpenWhileNotEverythingIsSaved) {
+    auto& sheet = *window().findChild<QObject*>("unsaved");
+    QCoreApplication::processEvents();
+    // A folder where the file belongs: what is written can't replace it.
+    const auto file = paths.library.entries();
+    std::filesystem::remove(file);
+    std::filesystem::create_directories(file / "in the way");
+    addPage("Not saved yet");
+    EXPECT_FALSE(window().close());
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_TRUE(sheet.property("visible").toBool());
+    EXPECT_TRUE(sheet.property("problem").toString().contains("entries.json"));
+    EXPECT_FALSE(window().close()) << "it is still so";
+
+    std::filesystem::remove_all(file);
+    QMetaObject::invokeMethod(&sheet, "accept");
+    EXPECT_FALSE(window().isVisible()) << "tried again";
+    EXPECT_TRUE(std::filesystem::is_regular_file(file));
+    EXPECT_EQ(problems_, std::vector<std::string>{});
+}
+
+TEST_F(WindowTest, IsClosedUnsavedWhenTheUserSaysSo) {
+    auto& sheet = *window().findChild<QObject*>("unsaved");
+    const auto file = paths.library.entries();
+    std::filesystem::remove(file);
+    std::filesystem::create_directories(file / "in the way");
+    addPage("Not saved yet");
+    EXPECT_FALSE(window().close());
+    QMetaObject::invokeMethod(&sheet, "closeAnyway");
+    EXPECT_FALSE(window().isVisible());
+    std::filesystem::remove_all(file);
 }
 
 TEST_F(WindowTest, WhatIsDeletedWhileItIsShownIsNotMissed) {

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <ranges>
+
+#include "library/search_text.h"
 #include "library/store_fixture.h"
 #include "platform/adapters/icu/icu_text_services.h"
 
@@ -23,7 +26,7 @@ protected:
     /// Title and place of each hit, in order: "t:Kettle g:Tea b:Cups".
     std::string found(std::string_view query, std::size_t limit = PageSearch::kUsualLimit) {
         std::string text;
-        for (const PageHit& hit : search.find(query, limit)) {
+        for (const PageHit& hit : search.find(store->entries().snapshot(), query, limit)) {
             const char place = hit.where == Where::title ? 't' : hit.where == Where::tag ? 'g' : 'b';
             text += (text.empty() ? "" : " ") + std::string(1, place) + ":" + store->entries().find(hit.page)->title;
         }
@@ -31,13 +34,13 @@ protected:
     }
 
     std::string excerpt(std::string_view query) {
-        const std::vector<PageHit> hits = search.find(query);
+        const std::vector<PageHit> hits = search.find(store->entries().snapshot(), query);
         return hits.empty() ? "(nothing)" : hits.front().excerpt;
     }
 
     IcuTextServices textServices;
     std::unique_ptr<JournalStore> store = open();
-    PageSearch search{*store, textServices};
+    PageSearch search{textServices};
 };
 
 TEST_F(PageSearchTest, WordsAreFoundAnywhereInThePage) {
@@ -132,6 +135,42 @@ TEST_F(PageSearchTest, LongLinesAreCutAtUserPerceivedCharacters) {
     EXPECT_TRUE(cut.starts_with("…word45 ")) << cut;
     EXPECT_NE(cut.find(" word50 "), std::string::npos) << cut;
     EXPECT_LE(textServices.characterCount(cut), 122U);
+}
+
+TEST_F(PageSearchTest, AStoppedSearchFindsNothingAndTheNextOneAll) {
+    add("Heat", "entropy");
+    std::stop_source stop;
+    stop.request_stop();
+    EXPECT_TRUE(search.find(store->entries().snapshot(), "heat", 10, stop.get_token()).empty());
+    EXPECT_EQ(found("heat"), "t:Heat");
+}
+
+TEST_F(PageSearchTest, WhatWasFoundIsMarkedInTheOriginalText) {
+    struct Case {
+        std::string_view text;
+        std::string_view query;
+        std::string_view marked;
+    };
+    for (const auto& [text, query, marked] : {
+             Case{"Light reactions", "REACT light", "[Light] [react]ions"},
+             Case{"Die Straße zum Café", "cafe strasse", "Die [Straße] zum [Café]"},
+             Case{"Die Straße", "stras", "Die [Straß]e"},
+             Case{"cafe\u0301 cafe\u0301s", "cafe", "[cafe\u0301] [cafe\u0301]s"},
+             Case{"tattatt", "tatt att", "[tattatt]"},
+             Case{"a wave is \"a wave\"", "\"a wave\"", "[a wave] is \"[a wave]\""},
+             Case{"👩‍👩‍👧 family", "family", "👩‍👩‍👧 [family]"},
+             Case{"nothing of it", "else", "nothing of it"},
+             Case{"anything", "", "anything"},
+             Case{"", "word", ""},
+         }) {
+        std::string shown(text);
+        const std::vector<TextSpan> marks = searchMarks(text, searchWords(query, textServices), textServices);
+        for (const TextSpan& span : marks | std::views::reverse) {
+            shown.insert(span.start + span.length, "]");
+            shown.insert(span.start, "[");
+        }
+        EXPECT_EQ(shown, marked) << query;
+    }
 }
 
 }  // namespace

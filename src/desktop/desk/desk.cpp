@@ -91,6 +91,11 @@ void Desk::setCompanion(bool companion) {
     Q_EMIT companionChanged();
 }
 
+QString Desk::closeLibrary() {
+    const auto closed = workspace_.close();
+    return closed ? QString() : toQml(closed.error());
+}
+
 QStringList Desk::problems() const {
     QStringList lines;
     for (const std::string& problem : workspace_.loadProblems()) lines.append(toQml(problem));

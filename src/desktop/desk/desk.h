@@ -62,6 +62,9 @@ public:
     void setCompanion(bool companion);
     [[nodiscard]] QStringList problems() const;
 
+    /// Saves what is pending and makes the automatic backup. Gives what could not be done; empty when all was.
+    Q_INVOKABLE QString closeLibrary();
+
     /// Tells the user that something could not be done; the window shows it.
     void refuse(const std::string& sentence) { Q_EMIT refused(QString::fromStdString(sentence)); }
 

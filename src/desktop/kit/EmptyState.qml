@@ -1,13 +1,15 @@
 import QtQuick
 import QtQuick.Layouts
 
-/// Where nothing is yet: one sentence, and the button that changes it.
+/// Where nothing is yet: one sentence, and the button that changes it; beside it another way to begin.
 ColumnLayout {
     id: empty
 
     property string text
     property string actionText
     signal action()
+    property string otherText
+    signal otherAction()
 
     spacing: 16
 
@@ -26,11 +28,19 @@ ColumnLayout {
         Layout.fillWidth: true
         Layout.maximumWidth: 360
     }
-    PushButton {
-        visible: empty.actionText !== ""
-        kind: "primary"
-        text: empty.actionText
+    RowLayout {
+        spacing: 8
         Layout.alignment: Qt.AlignHCenter
-        onClicked: empty.action()
+        PushButton {
+            visible: empty.otherText !== ""
+            text: empty.otherText
+            onClicked: empty.otherAction()
+        }
+        PushButton {
+            visible: empty.actionText !== ""
+            kind: "primary"
+            text: empty.actionText
+            onClicked: empty.action()
+        }
     }
 }

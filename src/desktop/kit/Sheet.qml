@@ -14,6 +14,9 @@ T.Dialog {
     property string rejectText: qsTr("Cancel")
     property bool acceptEnabled: true
     property bool danger: false
+    /// A third way out, quieter than the others. No button where it is empty.
+    property string otherText
+    signal otherChosen()
     /// At the left of the footer.
     property string note
     property real sheetWidth: 680
@@ -123,6 +126,12 @@ T.Dialog {
                 text: sheet.note
                 color: Theme.ink2
                 Layout.fillWidth: true
+            }
+            PushButton {
+                visible: sheet.otherText !== ""
+                kind: "ghost"
+                text: sheet.otherText
+                onClicked: sheet.otherChosen()
             }
             PushButton {
                 visible: sheet.rejectText !== ""

@@ -9,7 +9,9 @@ QtObject {
     property bool dark: false
     property bool reduceMotion: false
     /// The colour of the notebook at hand.
-    property color accent: "#FFDB00"
+    property color accent: defaultAccent
+    /// Where no notebook is shown.
+    readonly property color defaultAccent: "#FFDB00"
 
     readonly property color desk: dark ? "#181512" : "#F0EADF"
     readonly property color paper: dark ? "#211D19" : "#FCFAF5"

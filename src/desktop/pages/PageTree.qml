@@ -194,10 +194,4 @@ FocusScope {
         onWanted: id => side.open(id)
         onMoveAsked: id => side.moveAsked(id)
     }
-
-    Shortcut {
-        sequence: StandardKey.New
-        enabled: side.tree.place !== "archive"
-        onActivated: side.open(side.tree.addPage(""))
-    }
 }

@@ -59,6 +59,8 @@ FocusScope {
         id: tags
         desk: screen.desk
     }
+    function newPage() { screen.show(tree.addPage("")); }
+
     PageTreeModel {
         id: tree
         desk: screen.desk
@@ -129,7 +131,7 @@ FocusScope {
                 text: screen.place === "archive" ? qsTr("Nothing is archived.")
                                                  : qsTr("There are no pages here yet.")
                 actionText: screen.place === "archive" ? "" : qsTr("Write a page")
-                onAction: screen.show(tree.addPage(""))
+                onAction: screen.newPage()
             }
         }
         Loader {

@@ -9,12 +9,16 @@ Screen {
     id: screen
 
     property Desk desk
+    /// Nothing was ever made here.
+    property bool untouched: false
     signal openNotebook(string id)
     signal startReview()
+    signal welcomeAsked()
 
     title: qsTr("All Notes")
     subtitle: grid.count > 0 ? shelf.summary : ""
 
+    function newNotebook() { notebookSheet.edit(""); }
     function open(id: string) {
         shelf.noteOpened(id);
         screen.openNotebook(id);
@@ -25,11 +29,7 @@ Screen {
         text: qsTr("New notebook")
         iconName: "plus"
         keyText: screen.width > 760 ? "Ctrl N" : ""
-        onClicked: notebookSheet.edit("")
-    }
-    Shortcut {
-        sequence: "Ctrl+N"
-        onActivated: notebookSheet.edit("")
+        onClicked: screen.newNotebook()
     }
 
     content: [
@@ -62,7 +62,9 @@ Screen {
             visible: grid.count === 0
             text: qsTr("Your shelf is empty. A notebook holds the pages and cards of one subject.")
             actionText: qsTr("New notebook")
-            onAction: notebookSheet.edit("")
+            onAction: screen.newNotebook()
+            otherText: screen.untouched ? qsTr("Look around in a welcome notebook") : ""
+            onOtherAction: screen.welcomeAsked()
         }
     ]
 

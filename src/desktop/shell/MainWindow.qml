@@ -10,6 +10,7 @@ import Tessary.Pages
 import Tessary.Review
 import Tessary.Study
 import Tessary.Generation
+import Tessary.Search
 
 /// The window: navigation on the desk, and the sheet of paper that is worked on.
 ApplicationWindow {
@@ -22,11 +23,14 @@ ApplicationWindow {
     height: 800
     minimumWidth: 900
     minimumHeight: 600
-    visible: true
+    visible: false  // until it is where it was
     title: qsTr("Tessary")
     color: Theme.desk
 
     readonly property bool reviewing: navigator.screen === "review"
+    property bool closesAnyway: false
+    signal notebookWanted()
+    signal pageWanted()
 
     Binding {
         target: Theme
@@ -37,14 +41,42 @@ ApplicationWindow {
     readonly property bool systemIsDark: systemPalette.window.hslLightness < 0.5
     SystemPalette { id: systemPalette }
 
+    property color accent: notebookAccent.known ? notebookAccent.color : Theme.defaultAccent
+    Behavior on accent { ColorAnimation { duration: Theme.slide } }
+    Binding {
+        target: Theme
+        property: "accent"
+        value: window.accent
+    }
+    NotebookAccent {
+        id: notebookAccent
+        desk: window.desk
+        place: navigator.place
+        page: navigator.page
+    }
+
     Component.onCompleted: {
+        memory.restore(window)
         if (startAt === "review")
             navigator.openReview("")
         if (desk.problems.length > 0)
             unreadable.open()
     }
 
+    onClosing: close => {
+        memory.store()
+        const problem = closesAnyway ? "" : desk.closeLibrary()
+        close.accepted = problem === ""
+        if (problem !== "")
+            unsaved.tell(problem)
+    }
+
     Navigator { id: navigator }
+    WindowMemory {
+        id: memory
+        desk: window.desk
+        navigator: navigator
+    }
 
     GenerationModel {
         id: generation
@@ -66,20 +98,29 @@ ApplicationWindow {
         function onUndoable(sentence) { toasts.show(sentence, qsTr("Undo"), () => window.desk.undo()) }
     }
 
-    Shortcut {
-        sequences: ["Alt+Left", "Back"]
-        enabled: navigator.canGoBack
-        onActivated: navigator.goBack()
+    WindowCommands {
+        id: commands
+        desk: window.desk
+        navigator: navigator
+        sidebarFolded: memory.sidebarFolded
+        onPaletteAsked: palette.show()
+        onSearchAsked: search.show()
+        onNotebookAsked: {
+            navigator.openShelf()
+            window.notebookWanted()
+        }
+        onPageAsked: {
+            if (navigator.screen !== "pages" || navigator.place === "archive")
+                navigator.openPlace("all")
+            window.pageWanted()
+        }
+        onFoldAsked: memory.sidebarFolded = !memory.sidebarFolded
+        onThemeAsked: theme => window.desk.theme = theme
+        onQuitAsked: window.close()
+        onPageChosen: (place, page) => navigator.openPage(place, page)
+        onNotebookChosen: notebook => navigator.openPlace(notebook)
     }
-    Shortcut {
-        sequence: "Ctrl+R"
-        enabled: !window.reviewing
-        onActivated: navigator.openReview("")
-    }
-    Shortcut {
-        sequence: "Ctrl+Q"
-        onActivated: window.close()
-    }
+    CommandKeys { palette: commands }
 
     Sidebar {
         id: sidebar
@@ -90,7 +131,10 @@ ApplicationWindow {
         navigator: navigator
         generation: generation
         onOpenGeneration: generationSheet.open()
-        folded: navigator.screen === "pages" || window.width < 1000
+        foldedByUser: memory.sidebarFolded
+        foldable: navigator.screen !== "pages" && window.width >= 1000
+        onSearch: search.show()
+        onFold: commands.foldAsked()
     }
 
     Loader {
@@ -117,9 +161,10 @@ ApplicationWindow {
             TodayScreen {
                 anchors.fill: parent
                 desk: window.desk
-                onReview: navigator.openReview("")
-                onOpenPage: id => navigator.openPage("all", id)
+                onReview: notebook => navigator.openReviewOf(notebook)
+                onOpenPage: (place, id) => navigator.openPage(place, id)
                 onOpenShelf: navigator.openShelf()
+                onMakeWelcome: sidebar.makeWelcomeNotebook()
             }
         }
     }
@@ -127,16 +172,24 @@ ApplicationWindow {
         id: shelf
         Paper {
             ShelfScreen {
+                id: shelfScreen
                 anchors.fill: parent
                 desk: window.desk
+                untouched: sidebar.untouched
                 onOpenNotebook: id => navigator.openPlace(id)
                 onStartReview: navigator.openReview("")
+                onWelcomeAsked: sidebar.makeWelcomeNotebook()
+            }
+            Connections {
+                target: window
+                function onNotebookWanted() { shelfScreen.newNotebook() }
             }
         }
     }
     Component {
         id: pages
         PagesScreen {
+            id: pagesScreen
             desk: window.desk
             place: navigator.place
             page: navigator.page
@@ -145,6 +198,10 @@ ApplicationWindow {
             onOpenDeck: navigator.openDeck(navigator.place)
             onGenerate: (id, selection) => generationSheet.openFor(id, selection)
             onTold: sentence => toasts.show(sentence, "", null)
+            Connections {
+                target: window
+                function onPageWanted() { pagesScreen.newPage() }
+            }
         }
     }
     Component {
@@ -213,6 +270,32 @@ ApplicationWindow {
         id: generationSheet
         desk: window.desk
         generation: generation
+    }
+    ClosingSheet {
+        id: unsaved
+        objectName: "unsaved"
+        onAccepted: window.close()
+        onCloseAnyway: {
+            window.closesAnyway = true
+            window.close()
+        }
+    }
+    SearchSheet {
+        id: search
+        objectName: "search"
+        desk: window.desk
+        onOpenPage: (place, page) => navigator.openPage(place, page)
+    }
+    PaletteSheet {
+        id: palette
+        objectName: "palette"
+        palette: commands
+    }
+    // The window comes first, then the search is made ready.
+    Timer {
+        interval: 1500
+        running: window.visible
+        onTriggered: search.warm()
     }
 
     ToastHost {

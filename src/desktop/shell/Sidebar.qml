@@ -12,8 +12,17 @@ Item {
     required property Desk desk
     required property Navigator navigator
     required property GenerationModel generation
-    property bool folded: false
+    property bool foldedByUser: false
+    /// Whether there is room for all of it.
+    property bool foldable: true
+    readonly property bool folded: foldedByUser || !foldable
+    /// Nothing was ever written into this library.
+    readonly property bool untouched: model.untouched
     signal openGeneration()
+    signal search()
+    signal fold()
+
+    function makeWelcomeNotebook() { model.makeWelcomeNotebook(); }
 
     implicitWidth: folded ? 60 : 232
     Behavior on implicitWidth { NumberAnimation { duration: Theme.slide; easing.type: Easing.OutQuint } }
@@ -46,6 +55,24 @@ Item {
                 weight: 700
                 Layout.fillWidth: true
             }
+            IconButton {
+                visible: !sidebar.folded
+                iconName: "sidebar"
+                label: qsTr("Fold the sidebar")
+                onClicked: sidebar.fold()
+            }
+        }
+        IconButton {
+            visible: sidebar.foldedByUser && sidebar.foldable
+            iconName: "sidebar"
+            label: qsTr("Unfold the sidebar")
+            Layout.alignment: Qt.AlignHCenter
+            onClicked: sidebar.fold()
+        }
+        SidebarSearch {
+            folded: sidebar.folded
+            Layout.bottomMargin: 6
+            onClicked: sidebar.search()
         }
 
         SidebarRow {

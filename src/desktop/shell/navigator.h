@@ -27,6 +27,19 @@ public:
     [[nodiscard]] QString page() const { return spot_.page; }
     [[nodiscard]] bool canGoBack() const { return !earlier_.empty(); }
 
+    struct Spot {
+        QString screen;
+        QString place;
+        QString page;
+
+        friend bool operator==(const Spot&, const Spot&) = default;
+    };
+
+    /// What to come back to another day: where the user is, or was before a review.
+    [[nodiscard]] Spot lasting() const;
+    /// Begins there, with no way back. A screen that is not one to come back to changes nothing.
+    void resume(Spot spot);
+
     Q_INVOKABLE void openToday() { go({.screen = "today", .place = {}, .page = {}}); }
     Q_INVOKABLE void openShelf() { go({.screen = "shelf", .place = {}, .page = {}}); }
     Q_INVOKABLE void openStudy() { go({.screen = "study", .place = {}, .page = {}}); }
@@ -47,14 +60,6 @@ Q_SIGNALS:
     void moved();
 
 private:
-    struct Spot {
-        QString screen;
-        QString place;
-        QString page;
-
-        friend bool operator==(const Spot&, const Spot&) = default;
-    };
-
     void go(Spot spot);
 
     Spot spot_{.screen = "today", .place = {}, .page = {}};

@@ -10,7 +10,7 @@ Surface {
     property string title
     property string detail
     property var pages: []
-    signal open(string id)
+    signal open(string place, string id)
 
     implicitHeight: column.implicitHeight + 28
     radius: 16
@@ -59,7 +59,7 @@ Surface {
                 Accessible.onPressAction: row.clicked()
                 Keys.onReturnPressed: row.clicked()
                 Keys.onEnterPressed: row.clicked()
-                onClicked: card.open(modelData.pageId)
+                onClicked: card.open(modelData.place, modelData.pageId)
 
                 background: Item {
                     Divider { width: parent.width }

@@ -11,7 +11,7 @@ FocusScope {
 
     required property Desk desk
     signal review(string notebook)
-    signal openPage(string id)
+    signal openPage(string place, string id)
     signal openShelf()
     signal makeWelcome()
 
@@ -92,14 +92,14 @@ FocusScope {
                         title: qsTr("Weakest pages")
                         detail: qsTr("Chance you remember today")
                         pages: today.weakest
-                        onOpen: id => screen.openPage(id)
+                        onOpen: (place, id) => screen.openPage(place, id)
                     }
                     PageListCard {
                         Layout.fillWidth: true
                         visible: today.recent.length > 0
                         title: qsTr("Go on writing")
                         pages: today.recent
-                        onOpen: id => screen.openPage(id)
+                        onOpen: (place, id) => screen.openPage(place, id)
                     }
                 }
                 ColumnLayout {

@@ -14,8 +14,12 @@ QDate dateOf(CivilDay day) { return {day.year, day.month, day.day}; }
 
 QString colorOf(const std::string& hex) { return hex.empty() ? QString() : "#" + toQml(hex); }
 
+/// As the window's places are named.
+QString placeOf(std::optional<NotebookId> notebook) { return notebook ? toQml(*notebook) : QString("loose"); }
+
 QVariantMap pageMap(const TodaySummary::Page& page) {
     return {{"pageId", toQml(page.id)},
+            {"place", placeOf(page.in)},
             {"title", page.title.empty() ? QObject::tr("Untitled") : toQml(page.title)},
             {"notebook", toQml(page.notebook)},
             {"color", colorOf(page.color)}};
@@ -99,7 +103,7 @@ QString TodayModel::dueTime() const {
 QVariantList TodayModel::decks() const {
     QVariantList decks;
     for (const TodaySummary::Deck& deck : summary_.decks) {
-        decks.append(QVariantMap{{"notebookId", deck.notebook ? toQml(*deck.notebook) : QString("loose")},
+        decks.append(QVariantMap{{"notebookId", placeOf(deck.notebook)},
                                  {"name", toQml(deck.name)},
                                  {"color", colorOf(deck.color)},
                                  {"due", static_cast<int>(deck.due)}});

@@ -28,9 +28,9 @@ class TodayModel : public QObject {
     Q_PROPERTY(QString dueTime READ dueTime NOTIFY changed)
     /// Maps of "notebookId" ("loose" too), "name", "color" and "due".
     Q_PROPERTY(QVariantList decks READ decks NOTIFY changed)
-    /// Maps of "pageId", "title", "notebook", "color" and "recall" (0 to 1).
+    /// Maps of "pageId", "place", "title", "notebook", "color" and "recall" (0 to 1).
     Q_PROPERTY(QVariantList weakest READ weakest NOTIFY changed)
-    /// Maps of "pageId", "title", "notebook", "color" and "edited".
+    /// Maps of "pageId", "place", "title", "notebook", "color" and "edited".
     Q_PROPERTY(QVariantList recent READ recent NOTIFY changed)
     /// Maps of "title", "notebook", "color", "when" and "ahead".
     Q_PROPERTY(QVariantList exams READ exams NOTIFY changed)

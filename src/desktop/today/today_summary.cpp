@@ -61,6 +61,7 @@ std::unordered_map<PageId, Recall> recallByPage(const RecordList<Flashcard>::Sna
 TodaySummary::Page shownPage(const JournalEntry& page, const Names& names, double recall) {
     const NotebookLook& notebook = names.of(page.notebookID);
     return {.id = page.id,
+            .in = page.notebookID,
             .title = page.title,
             .notebook = notebook.name,
             .color = notebook.color,

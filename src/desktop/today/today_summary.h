@@ -18,6 +18,7 @@ struct TodaySummary {
     };
     struct Page {
         PageId id;
+        std::optional<NotebookId> in;
         std::string title;
         std::string notebook;
         std::string color;  ///< hex; empty for a loose page
