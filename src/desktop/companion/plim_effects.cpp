@@ -167,7 +167,7 @@ void drawSpark(QPainter& painter, const Spark& spark, const PlimLook& look) {
     if (reach <= 0 || spark.alpha <= 0) return;
     const bool full = look.detail == PlimDetail::full;
     if (look.dark) {
-        const double light = (full ? 1.7 : 1.35) * reach;
+        const double light = (full ? 1.7 : 1.25) * reach;
         const auto halo = radial(spark.at, light,
                                  {{0, tint(spark.color, 0.42 * spark.alpha)},
                                   {0.5, tint(spark.color, 0.16 * spark.alpha)},
