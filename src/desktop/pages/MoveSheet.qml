@@ -28,8 +28,9 @@ Sheet {
             sheet.tree.moveToNotebook(targets.pageId, target);
     }
     function takeCurrent() {
-        if (list.currentItem)
-            sheet.take(list.currentItem.target, list.currentItem.isPage);
+        const chosen = targets.at(Math.max(0, list.currentIndex));
+        if (chosen.target)
+            sheet.take(chosen.target, chosen.isPage);
     }
 
     sheetWidth: 480

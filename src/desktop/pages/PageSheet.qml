@@ -143,6 +143,7 @@ FocusScope {
                     property bool taking: true
                     width: parent.width
                     topPadding: 4
+                    implicitHeight: contentHeight + topPadding + bottomPadding
                     focus: true
                     wrapMode: TextEdit.Wrap
                     textFormat: TextEdit.PlainText

@@ -70,7 +70,8 @@ FocusScope {
                 id: filter
                 Layout.fillWidth: true
                 Layout.rightMargin: 4
-                placeholderText: qsTr("Filter pages")
+                placeholderText: qsTr("Filter")
+                Accessible.name: qsTr("Filter pages")
                 onTextChanged: side.tree.filter = text
                 Keys.onDownPressed: list.forceActiveFocus(Qt.TabFocusReason)
                 Connections {

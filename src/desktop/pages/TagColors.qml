@@ -25,6 +25,8 @@ T.Popup {
         popup.tags.setColor(popup.tag, color);
     }
 
+    implicitWidth: contentItem.implicitWidth + 8
+    implicitHeight: contentItem.implicitHeight + 8
     padding: 4
     margins: 8
     focus: true

@@ -83,6 +83,7 @@ T.TextField {
     T.Popup {
         y: field.height + 4
         width: 200
+        implicitHeight: contentItem.implicitHeight + 8
         padding: 4
         visible: field.activeFocus && field.offers.length > 0
         closePolicy: T.Popup.NoAutoClose

@@ -80,6 +80,12 @@ std::vector<MoveTargets::Row> MoveTargets::rowsNow() const {
     return rows;
 }
 
+QVariantMap MoveTargets::at(int row) const {
+    if (row < 0 || row >= rowCount()) return {};
+    const Row& found = rows_[static_cast<std::size_t>(row)];
+    return {{"target", found.target}, {"isPage", found.isPage}};
+}
+
 int MoveTargets::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(rows_.size());
 }

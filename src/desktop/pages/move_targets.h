@@ -32,6 +32,9 @@ public:
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
+    /// "target" and "isPage" of a row; empty when there is none.
+    Q_INVOKABLE [[nodiscard]] QVariantMap at(int row) const;
+
 Q_SIGNALS:
     void deskChanged();
     void pageIdChanged();

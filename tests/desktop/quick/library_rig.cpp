@@ -69,6 +69,12 @@ QStringList LibraryRig::tagsOf(const QString& page) const {
     return tags;
 }
 
+QString LibraryRig::tagColor(const QString& tag) const {
+    const auto colors = rig_->library().tagColors();
+    const auto found = colors.find(tag.toStdString());
+    return found == colors.end() ? QString() : toQml(found->second);
+}
+
 bool LibraryRig::isPinned(const QString& page) const {
     const std::vector<PageId> pinned = rig_->library().pinnedPages();
     return std::ranges::find(pinned, fromQml<PageId>(page)) != pinned.end();

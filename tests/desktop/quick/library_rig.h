@@ -32,6 +32,8 @@ public:
     Q_INVOKABLE QString parentOf(const QString& page) const;
     Q_INVOKABLE QStringList tagsOf(const QString& page) const;
     Q_INVOKABLE bool isPinned(const QString& page) const;
+    /// "RRGGBB"; empty for none.
+    Q_INVOKABLE QString tagColor(const QString& tag) const;
     Q_INVOKABLE int trashed() const { return static_cast<int>(rig_->library().trash().size()); }
     /// Of the settings; empty when it is not set.
     Q_INVOKABLE QString setting(const QString& key) const;
