@@ -14,10 +14,8 @@ AIResult<void> prepareProvider(AISystem& ai, const AISettings& settings, const s
 
 }  // namespace
 
-void lookAtProviders(AISystem& ai, const AISettings& settings, const std::stop_token& stop,
-                     const std::function<void(const ProviderState&)>& tell) {
-    std::array kinds = kAIProviderKinds;
-    std::ranges::stable_partition(kinds, [&](AIProviderKind kind) { return kind == settings.provider; });
+void lookAtProviders(AISystem& ai, const AISettings& settings, std::span<const AIProviderKind> kinds,
+                     const std::stop_token& stop, const std::function<void(const ProviderState&)>& tell) {
     std::optional<AIError> keychainProblem;
     for (const AIProviderKind kind : kinds) {
         if (stop.stop_requested()) return;

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -17,10 +18,10 @@ struct ProviderState {
     std::optional<AIError> problem;  ///< why it can't run now
 };
 
-/// Asks each provider in turn, the chosen one first. A keychain that is locked is asked once only: the user has said no
+/// Asks these providers in turn. A keychain that is locked is asked once only: the user has said no
 /// to it. Blocks; any thread but the main one. Ends early when stopped.
-void lookAtProviders(AISystem& ai, const AISettings& settings, const std::stop_token& stop,
-                     const std::function<void(const ProviderState&)>& tell);
+void lookAtProviders(AISystem& ai, const AISettings& settings, std::span<const AIProviderKind> kinds,
+                     const std::stop_token& stop, const std::function<void(const ProviderState&)>& tell);
 
 /// Has the chosen provider check one small answer, as a review would.
 [[nodiscard]] AIResult<void> tryProvider(AISystem& ai, const AISettings& settings, const std::stop_token& stop);

@@ -262,6 +262,8 @@ std::expected<SettingValue, std::string> storeSetting(Settings& settings, const 
     return *value;
 }
 
+bool fits(const SettingEntry& entry, std::string_view text) { return parseValue(entry, trimmed(text)).has_value(); }
+
 std::string whatIsExpected(const SettingEntry& entry) {
     if (std::holds_alternative<bool>(entry.defaultValue)) return "on or off";
     if (entry.isAddress) return "an address that begins with http:// or https://";

@@ -40,6 +40,9 @@ struct SettingEntry {
 [[nodiscard]] std::expected<SettingValue, std::string> storeSetting(Settings& settings, const SettingEntry& entry,
                                                                     std::string_view text);
 
+/// Whether `text` reads as the setting's type and lies in its range.
+[[nodiscard]] bool fits(const SettingEntry& entry, std::string_view text);
+
 /// "on or off", "a whole number, 0 or more": ends a sentence that begins "it takes".
 [[nodiscard]] std::string whatIsExpected(const SettingEntry& entry);
 

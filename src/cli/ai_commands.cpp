@@ -23,11 +23,10 @@ struct ProviderStatus {
 
 std::vector<ProviderStatus> statusOfAll(AISystem& ai, const AISettings& settings, const std::stop_token& stop) {
     std::vector<ProviderStatus> all;
-    lookAtProviders(ai, settings, stop, [&](const ProviderState& state) {
+    lookAtProviders(ai, settings, kAIProviderKinds, stop, [&](const ProviderState& state) {
         all.push_back({.kind = state.kind, .isChosen = state.kind == settings.provider, .problem = {}});
         if (state.problem) all.back().problem = state.problem->text();
     });
-    std::ranges::sort(all, {}, &ProviderStatus::kind);
     return all;
 }
 

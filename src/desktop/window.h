@@ -11,6 +11,7 @@ Q_IMPORT_QML_PLUGIN(Tessary_DeskPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_ShelfPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_PagesPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_ReviewPlugin)
+Q_IMPORT_QML_PLUGIN(Tessary_SettingsPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_ShellPlugin)
 
 namespace tessary {

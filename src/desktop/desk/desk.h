@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/ai_system.h"
+#include "app/settings_catalog.h"
 #include "app/system_ports.h"
 
 namespace tessary {
@@ -19,6 +20,8 @@ class Desk final : public QObject {
 
     /// "system", "light" or "dark".
     Q_PROPERTY(QString theme READ theme WRITE setTheme NOTIFY themeChanged)
+    /// Whether the window does without motion.
+    Q_PROPERTY(bool reduceMotion READ reduceMotion NOTIFY reduceMotionChanged)
     /// What could not be read at the start; a line each.
     Q_PROPERTY(QStringList problems READ problems CONSTANT)
 
@@ -37,7 +40,13 @@ public:
 
     [[nodiscard]] QString theme() const;
     void setTheme(const QString& theme);
+    [[nodiscard]] bool reduceMotion() const;
     [[nodiscard]] QStringList problems() const;
+
+    /// Stores a setting as the user wrote it and tells all who follow it. The error is for the user.
+    std::expected<void, std::string> changeSetting(const SettingEntry& entry, const std::string& text);
+    /// Back to the default.
+    std::expected<void, std::string> resetSetting(const SettingEntry& entry);
 
     /// Tells the user that something could not be done; the window shows it.
     void refuse(const std::string& sentence) { Q_EMIT refused(QString::fromStdString(sentence)); }
@@ -46,9 +55,13 @@ Q_SIGNALS:
     void libraryChanged();
     void cardsChanged();
     void themeChanged();
+    void reduceMotionChanged();
+    /// One of the settings' catalogue; also for those with a signal of their own.
+    void settingChanged(const QString& key);
     void refused(const QString& sentence);
 
 private:
+    void tellOfSetting(std::string_view key);
     /// Emits `signal` once, however often it is asked to before the event loop comes to it.
     void soon(bool& pending, void (Desk::*signal)());
 

@@ -7,6 +7,7 @@ import Tessary.Desk
 import Tessary.Shelf
 import Tessary.Pages
 import Tessary.Review
+import Tessary.Settings
 
 /// The window: navigation on the desk, and the sheet of paper that is worked on.
 ApplicationWindow {
@@ -30,6 +31,11 @@ ApplicationWindow {
         property: "dark"
         value: window.desk.theme === "dark"
                || (window.desk.theme === "system" && window.systemIsDark)
+    }
+    Binding {
+        target: Theme
+        property: "reduceMotion"
+        value: window.desk.reduceMotion
     }
     readonly property bool systemIsDark: systemPalette.window.hslLightness < 0.5
     SystemPalette { id: systemPalette }
@@ -63,6 +69,23 @@ ApplicationWindow {
         onActivated: window.close()
     }
 
+    Shortcut {
+        sequence: "Ctrl+,"
+        enabled: !window.reviewing && navigator.screen !== "settings"
+        onActivated: navigator.openSettings()
+    }
+
+    // Both go on while other screens are shown.
+    LibraryExchangeModel {
+        id: exchange
+        desk: window.desk
+        onFinished: sentence => toasts.show(sentence, "", null)
+    }
+    LibraryCareModel {
+        id: care
+        desk: window.desk
+    }
+
     Sidebar {
         id: sidebar
         anchors { left: parent.left; top: parent.top; bottom: parent.bottom }
@@ -85,7 +108,8 @@ ApplicationWindow {
         sourceComponent: navigator.screen === "shelf" ? shelf
                        : navigator.screen === "pages" ? pages
                        : navigator.screen === "study" ? study
-                       : navigator.screen === "trash" ? trash : review
+                       : navigator.screen === "trash" ? trash
+                       : navigator.screen === "settings" ? settings : review
         onLoaded: (item as Item).forceActiveFocus()
     }
 
@@ -128,6 +152,18 @@ ApplicationWindow {
             TrashScreen {
                 anchors.fill: parent
                 desk: window.desk
+            }
+        }
+    }
+    Component {
+        id: settings
+        Paper {
+            SettingsScreen {
+                anchors.fill: parent
+                desk: window.desk
+                pane: navigator.place
+                exchange: exchange
+                care: care
             }
         }
     }

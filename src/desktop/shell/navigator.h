@@ -10,9 +10,10 @@ namespace tessary {
 class Navigator : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    /// "shelf", "pages", "study", "trash" or "review".
+    /// "shelf", "pages", "study", "trash", "settings" or "review".
     Q_PROPERTY(QString screen READ screen NOTIFY moved)
-    /// Of "pages": "all", "favorites", "archive", "loose", or a notebook's identity.
+    /// Of "pages": "all", "favorites", "archive", "loose", or a notebook's identity; of "settings": the pane, empty for
+    /// the first.
     Q_PROPERTY(QString place READ place NOTIFY moved)
     /// Of "pages" the page that is open, of "review" the page whose cards are asked; may be empty.
     Q_PROPERTY(QString page READ page NOTIFY moved)
@@ -27,6 +28,8 @@ public:
     Q_INVOKABLE void openShelf() { go({.screen = "shelf", .place = {}, .page = {}}); }
     Q_INVOKABLE void openStudy() { go({.screen = "study", .place = {}, .page = {}}); }
     Q_INVOKABLE void openTrash() { go({.screen = "trash", .place = {}, .page = {}}); }
+    /// "ai", "flashcards", "general", "backup", "library" or "about".
+    Q_INVOKABLE void openSettings(const QString& pane = {}) { go({.screen = "settings", .place = pane, .page = {}}); }
     Q_INVOKABLE void openPlace(const QString& place) { go({.screen = "pages", .place = place, .page = {}}); }
     /// A page of the place that is open, which is no step of its own.
     Q_INVOKABLE void showPage(const QString& page);
