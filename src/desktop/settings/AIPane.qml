@@ -13,7 +13,7 @@ ColumnLayout {
     spacing: 24
 
     AIEngineModel {
-        id: engine
+        id: engineModel
         desk: pane.desk
     }
 
@@ -42,14 +42,14 @@ ColumnLayout {
             IconButton {
                 iconName: "refresh"
                 label: qsTr("Look again")
-                onClicked: engine.look()
+                onClicked: engineModel.look()
             }
         }
         Repeater {
-            model: engine
+            model: engineModel
             delegate: ProviderCard {
                 desk: pane.desk
-                engine: engine
+                engine: engineModel
                 Layout.fillWidth: true
             }
         }

@@ -7,7 +7,8 @@ import Tessary.Settings
 ColumnLayout {
     id: row
 
-    required property ProviderCard card
+    /// A ProviderCard, which has this inside and so cannot be named.
+    required property var card
     property bool replacing: false
 
     readonly property bool writing: !card.hasKey || replacing

@@ -25,7 +25,7 @@ ListView {
         id: row
         required property int index
         required property string name
-        required property string icon
+        required property string iconName
         readonly property bool selected: ListView.isCurrentItem
 
         width: list.width
@@ -62,7 +62,7 @@ ListView {
             Icon {
                 x: 12
                 anchors.verticalCenter: parent.verticalCenter
-                name: row.icon
+                name: row.iconName
                 color: row.selected ? Theme.ink : Theme.ink2
             }
             Txt {

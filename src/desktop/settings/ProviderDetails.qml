@@ -8,7 +8,8 @@ import Tessary.Settings
 ColumnLayout {
     id: details
 
-    required property ProviderCard card
+    /// A ProviderCard, which has this inside and so cannot be named.
+    required property var card
 
     spacing: 12
 

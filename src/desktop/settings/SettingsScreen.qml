@@ -47,12 +47,12 @@ Screen {
     ListModel {
         id: paneModel
         Component.onCompleted: {
-            append({ name: qsTr("AI"), icon: "make" });
-            append({ name: qsTr("Flashcards"), icon: "study" });
-            append({ name: qsTr("General"), icon: "sliders" });
-            append({ name: qsTr("Backup"), icon: "restore" });
-            append({ name: qsTr("Library"), icon: "shelf" });
-            append({ name: qsTr("About"), icon: "info" });
+            append({ name: qsTr("AI"), iconName: "make" });
+            append({ name: qsTr("Flashcards"), iconName: "study" });
+            append({ name: qsTr("General"), iconName: "sliders" });
+            append({ name: qsTr("Backup"), iconName: "restore" });
+            append({ name: qsTr("Library"), iconName: "shelf" });
+            append({ name: qsTr("About"), iconName: "info" });
             screen.open(screen.pane);
         }
     }

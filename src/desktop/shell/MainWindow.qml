@@ -77,12 +77,12 @@ ApplicationWindow {
 
     // Both go on while other screens are shown.
     LibraryExchangeModel {
-        id: exchange
+        id: libraryExchange
         desk: window.desk
         onFinished: sentence => toasts.show(sentence, "", null)
     }
     LibraryCareModel {
-        id: care
+        id: libraryCare
         desk: window.desk
     }
 
@@ -162,8 +162,8 @@ ApplicationWindow {
                 anchors.fill: parent
                 desk: window.desk
                 pane: navigator.place
-                exchange: exchange
-                care: care
+                exchange: libraryExchange
+                care: libraryCare
             }
         }
     }
