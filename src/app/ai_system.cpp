@@ -6,7 +6,8 @@ AISystem::AISystem(Shared shared, const Environment& environment)
     : shared_(shared),
       codex_{.home = environment("HOME").value_or("/"),
              .searchPath = environment("PATH").value_or(""),
-             .temporary = environment("TMPDIR").value_or("/tmp")} {}
+             .temporary = environment("TMPDIR").value_or("/tmp")},
+      secrets_(shared.secrets != nullptr ? *shared.secrets : keychain_) {}
 
 AIResult<std::unique_ptr<AIProvider>> AISystem::makeProvider(const AISettings& settings, std::stop_token stop) {
     return tessary::makeProvider(settings,

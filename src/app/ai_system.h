@@ -23,6 +23,7 @@ public:
         FileSystem& files;
         IdSource& ids;
         const TextServices& text;
+        SecretStore* secrets = nullptr;  ///< in place of the user's own keychain
     };
 
     AISystem(Shared shared, const Environment& environment);
@@ -40,7 +41,8 @@ private:
     Shared shared_;
     CodexPlaces codex_;
     CurlHttpClient http_;
-    SecretServiceStore secrets_;
+    SecretServiceStore keychain_;
+    SecretStore& secrets_;
     PosixProcessRunner processes_;
     NoOnDeviceModel onDevice_;
     LinuxThermalState thermal_;

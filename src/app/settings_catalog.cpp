@@ -29,7 +29,8 @@ const std::vector<SettingEntry>& entries() {
          .maximum = 20},
         {.key = "flashcards.claudeEndpoint",
          .defaultValue = std::string(),
-         .description = "Address of a server that speaks like Claude's; empty for Claude's own."},
+         .description = "Address of a server that speaks like Claude's; empty for Claude's own.",
+         .isAddress = true},
         {.key = "flashcards.claudeModel",
          .defaultValue = std::string("claude-sonnet-5-5"),
          .description = "The Claude model."},
@@ -42,7 +43,8 @@ const std::vector<SettingEntry>& entries() {
          .choices = {"basic", "standard", "advanced"}},
         {.key = "flashcards.geminiEndpoint",
          .defaultValue = std::string(),
-         .description = "Address of a server that speaks like Gemini's; empty for Gemini's own."},
+         .description = "Address of a server that speaks like Gemini's; empty for Gemini's own.",
+         .isAddress = true},
         {.key = "flashcards.geminiModel",
          .defaultValue = std::string("gemini-2.5-flash"),
          .description = "The Gemini model."},
@@ -85,10 +87,12 @@ const std::vector<SettingEntry>& entries() {
          .description = "The Ollama model. Run `ollama pull <model>` once to download it."},
         {.key = "flashcards.ollamaURL",
          .defaultValue = std::string("http://127.0.0.1:11434"),
-         .description = "Where your Ollama server is."},
+         .description = "Where your Ollama server is.",
+         .isAddress = true},
         {.key = "flashcards.openaiEndpoint",
          .defaultValue = std::string(),
-         .description = "Address of a server that speaks like OpenAI's; empty for OpenAI's own."},
+         .description = "Address of a server that speaks like OpenAI's; empty for OpenAI's own.",
+         .isAddress = true},
         {.key = "flashcards.openaiModel",
          .defaultValue = std::string("gpt-4.1-mini"),
          .description = "The OpenAI model."},
@@ -132,6 +136,9 @@ const std::vector<SettingEntry>& entries() {
         {.key = "tessary.sidebarFolded",
          .defaultValue = false,
          .description = "Whether the window's sidebar is a narrow rail."},
+        {.key = "tessary.reduceMotion",
+         .defaultValue = false,
+         .description = "Whether the window does without motion."},
         {.key = "tessary.theme",
          .defaultValue = std::string("system"),
          .description = "Light or dark window.",
@@ -188,20 +195,19 @@ std::optional<bool> parseSwitch(std::string_view text) {
     return std::nullopt;
 }
 
-std::string whatIsExpected(const SettingEntry& entry) {
-    if (std::holds_alternative<bool>(entry.defaultValue)) return "on or off";
-    if (std::holds_alternative<std::string>(entry.defaultValue)) {
-        std::vector<std::string> choices(entry.choices.begin(), entry.choices.end());
-        return joined(choices, " or ");
-    }
-    std::string expected = std::holds_alternative<double>(entry.defaultValue) ? "a number" : "a whole number";
-    if (entry.minimum && entry.maximum) return expected + fmt::format(" from {} to {}", *entry.minimum, *entry.maximum);
-    if (entry.minimum) return expected + fmt::format(", {} or more", *entry.minimum);
-    return expected;
-}
-
 bool isWithin(const SettingEntry& entry, double value) {
     return std::isfinite(value) && value >= entry.minimum.value_or(value) && value <= entry.maximum.value_or(value);
+}
+
+/// As far as can be told without asking for it.
+bool isWebAddress(std::string_view text) {
+    const std::string lowered = asciiLowered(text);
+    for (const std::string_view scheme : {"http://", "https://"}) {
+        if (!lowered.starts_with(scheme)) continue;
+        const std::string_view rest = std::string_view(lowered).substr(scheme.size());
+        return !rest.empty() && rest.front() != '/' && rest.find_first_of(" \t\r\n") == std::string_view::npos;
+    }
+    return false;
 }
 
 std::optional<SettingValue> parseValue(const SettingEntry& entry, std::string_view text) {
@@ -218,6 +224,7 @@ std::optional<SettingValue> parseValue(const SettingEntry& entry, std::string_vi
         const auto value = parseNumber<double>(text);
         return value && isWithin(entry, *value) ? std::optional<SettingValue>(*value) : std::nullopt;
     }
+    if (entry.isAddress && !text.empty() && !isWebAddress(text)) return std::nullopt;
     const bool good = entry.choices.empty() || std::ranges::find(entry.choices, text) != entry.choices.end();
     return good ? std::optional<SettingValue>(std::string(text)) : std::nullopt;
 }
@@ -269,6 +276,21 @@ std::expected<SettingValue, std::string> storeSetting(Settings& settings, const 
         return std::unexpected("The setting could not be stored: " + stored.error());
     }
     return *value;
+}
+
+bool fits(const SettingEntry& entry, std::string_view text) { return parseValue(entry, trimmed(text)).has_value(); }
+
+std::string whatIsExpected(const SettingEntry& entry) {
+    if (std::holds_alternative<bool>(entry.defaultValue)) return "on or off";
+    if (entry.isAddress) return "an address that begins with http:// or https://";
+    if (std::holds_alternative<std::string>(entry.defaultValue)) {
+        std::vector<std::string> choices(entry.choices.begin(), entry.choices.end());
+        return joined(choices, " or ");
+    }
+    std::string expected = std::holds_alternative<double>(entry.defaultValue) ? "a number" : "a whole number";
+    if (entry.minimum && entry.maximum) return expected + fmt::format(" from {} to {}", *entry.minimum, *entry.maximum);
+    if (entry.minimum) return expected + fmt::format(", {} or more", *entry.minimum);
+    return expected;
 }
 
 std::string describeSetting(const SettingValue& value) {

@@ -24,6 +24,7 @@ struct SettingEntry {
     std::vector<std::string_view> choices = {}; ///< of a text; any when empty
     std::optional<double> minimum = {};
     std::optional<double> maximum = {};
+    bool isAddress = false;                     ///< a text that is empty or the address of a web server
 };
 
 /// All of them, sorted by key.
@@ -38,6 +39,12 @@ struct SettingEntry {
 /// Reads `text` as the setting's type ("on", "yes", "true", "1" for a switch) and stores it. The error is for the user.
 [[nodiscard]] std::expected<SettingValue, std::string> storeSetting(Settings& settings, const SettingEntry& entry,
                                                                     std::string_view text);
+
+/// Whether `text` reads as the setting's type and lies in its range.
+[[nodiscard]] bool fits(const SettingEntry& entry, std::string_view text);
+
+/// "on or off", "a whole number, 0 or more": ends a sentence that begins "it takes".
+[[nodiscard]] std::string whatIsExpected(const SettingEntry& entry);
 
 /// "on", "20", "0.9".
 [[nodiscard]] std::string describeSetting(const SettingValue& value);

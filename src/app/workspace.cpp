@@ -1,5 +1,7 @@
 #include "app/workspace.h"
 
+#include <atomic>
+
 #include "base/text.h"
 #include "library/library_exchange.h"
 #include "library/sandbox_move.h"
@@ -71,6 +73,21 @@ std::expected<void, std::string> Workspace::flush() {
     if (const auto written = cards_->flushAndWait(); !written) failures.push_back(written.error());
     if (failures.empty()) return {};
     return std::unexpected("Not everything could be saved. " + joined(failures, " "));
+}
+
+void Workspace::flushSoon(std::move_only_function<void()> done) {
+    notifications_.post(kNtoFlushStore);
+    // Whichever queue comes to its end last goes back to the main thread.
+    const auto both = std::make_shared<std::atomic<int>>(2);
+    const auto task = std::make_shared<std::move_only_function<void()>>(std::move(done));
+    for (SerialQueue* const queue : {libraryQueue_.get(), cardsQueue_.get()}) {
+        queue->post([both, task, &loop = services_.loop, alive = std::weak_ptr(alive_)] {
+            if (both->fetch_sub(1) != 1) return;
+            loop.post([task, alive] {
+                if (!alive.expired()) (*task)();
+            });
+        });
+    }
 }
 
 std::expected<void, std::string> Workspace::close() {

@@ -60,6 +60,9 @@ public:
 
     /// Writes everything pending and waits for it. The error names what could not be written, for the user.
     std::expected<void, std::string> flush();
+    /// Writes everything pending meanwhile; `done` runs from the main loop after it, not any more once the workspace is
+    /// gone.
+    void flushSoon(std::move_only_function<void()> done);
     /// `flush`, and the automatic backup when it is switched on.
     std::expected<void, std::string> close();
 
@@ -76,6 +79,7 @@ private:
     std::unique_ptr<JournalStore> library_;
     std::unique_ptr<ReviewLog> reviewLog_;
     std::unique_ptr<FlashcardStore> cards_;
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 
 }  // namespace tessary

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "base/text.h"
+#include "app/ai_access.h"
 #include "cli/background.h"
 #include "cli/commands.h"
 #include "cli/named_values.h"
@@ -21,17 +21,12 @@ struct ProviderStatus {
     std::optional<std::string> problem;  ///< why it can't run now
 };
 
-std::vector<ProviderStatus> lookAtProviders(AISystem& ai, const AISettings& settings, const std::stop_token& stop) {
+std::vector<ProviderStatus> statusOfAll(AISystem& ai, const AISettings& settings, const std::stop_token& stop) {
     std::vector<ProviderStatus> all;
-    for (const AIProviderKind kind : kAIProviderKinds) {
-        AISettings asked = settings;
-        asked.provider = kind;
-        ProviderStatus status{.kind = kind, .isChosen = kind == settings.provider, .problem = {}};
-        AIResult<std::unique_ptr<AIProvider>> provider = ai.makeProvider(asked, stop);
-        const AIResult<void> ready = provider ? (*provider)->prepare(stop) : std::unexpected(provider.error());
-        if (!ready) status.problem = ready.error().text();
-        all.push_back(std::move(status));
-    }
+    lookAtProviders(ai, settings, kAIProviderKinds, stop, [&](const ProviderState& state) {
+        all.push_back({.kind = state.kind, .isChosen = state.kind == settings.provider, .problem = {}});
+        if (state.problem) all.back().problem = state.problem->text();
+    });
     return all;
 }
 
@@ -63,8 +58,8 @@ void listProviders(CommandContext& context, const NoArgs&) {
     const AISettings settings = readAISettings(context.system().settings);
     AISystem& ai = context.ai();
     const Interrupts interrupts;
-    const auto all = inBackground(context.loop(), interrupts,
-                                  [&](std::stop_token stop) { return lookAtProviders(ai, settings, stop); });
+    const auto all =
+        inBackground(context.loop(), interrupts, [&](std::stop_token stop) { return statusOfAll(ai, settings, stop); });
     if (interrupts.raised()) throw CommandFailure("Cancelled.");
     if (context.json()) return printProvidersJson(context, all);
     TextTable table({"", "NAME", "PROVIDER", "", "NOW"});
@@ -95,24 +90,11 @@ AIProviderKind providerWithKey(const KeyArgs& args) {
     return kind;
 }
 
-/// Keys travel in headers, so they are of visible ASCII characters.
-std::string checkedKey(const std::optional<std::string>& line) {
-    std::string key(trimmed(line.value_or("")));
-    if (key.empty()) throw CommandFailure("No key was given.");
-    if (!std::ranges::all_of(key, [](char c) { return c > ' ' && c <= '~'; })) {
-        throw CommandFailure("This is no API key: it has spaces or special characters in it.");
-    }
-    return key;
-}
-
-std::string describe(const SecretFailure& failure) {
-    return failure.kind == SecretFailure::Kind::locked ? "it is locked" : failure.message;
-}
-
 void setKey(CommandContext& context, const KeyArgs& args) {
     const AIProviderKind kind = providerWithKey(args);
-    const std::string key = checkedKey(
-        readSecret(context.streams(), "Paste your " + std::string(labelOf(kind)) + " API key (it is not shown): "));
+    const std::optional<std::string> line =
+        readSecret(context.streams(), "Paste your " + std::string(labelOf(kind)) + " API key (it is not shown): ");
+    const std::string key = valueOrFail(checkedKey(line.value_or("")));
     SecretStore& secrets = context.ai().secrets();
     const Interrupts interrupts;
     const auto written = inBackground(context.loop(), interrupts, [&](std::stop_token stop) {

@@ -16,6 +16,7 @@ Q_IMPORT_QML_PLUGIN(Tessary_ReviewPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_StudyPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_GenerationPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_SearchPlugin)
+Q_IMPORT_QML_PLUGIN(Tessary_SettingsPlugin)
 Q_IMPORT_QML_PLUGIN(Tessary_ShellPlugin)
 
 namespace tessary {

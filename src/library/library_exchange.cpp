@@ -108,10 +108,66 @@ void dropMissingTies(JournalEntry& page, const JournalStore& store) {
     if (page.notebookID && !store.notebooks().contains(*page.notebookID)) page.notebookID.reset();
 }
 
-ImportCount addMissing(JournalStore& store, const std::vector<JournalEntry>& pages) {
+}  // namespace
+
+ExportSource exportSource(const JournalStore& store) {
+    return {.pages = store.entries().snapshot(), .notebooks = store.notebooks().snapshot()};
+}
+
+std::expected<std::string, Refusal> exportedJson(const ExportSource& source) {
+    if (source.pages.empty()) return std::unexpected(Refusal(kNothingToExport));
+    return encodeJson(source.pages, kExportFormat);
+}
+
+std::expected<std::string, Refusal> exportedJson(const JournalStore& store) {
+    return exportedJson(exportSource(store));
+}
+
+std::expected<std::string, Refusal> exportedMarkdown(const ExportSource& source) {
+    if (source.pages.empty()) return std::unexpected(Refusal(kNothingToExport));
+    const RecordList<JournalEntry> pages(source.pages);
+    const RecordList<Notebook> notebooks(source.notebooks);
+    std::string document;
+    for (const JournalEntry* const page : ParentsFirst(pointersTo(pages)).ordered()) {
+        if (!document.empty()) document += '\n';
+        document += markdownOf(*page, notebooks);
+    }
+    return document;
+}
+
+std::expected<std::string, Refusal> exportedMarkdown(const JournalStore& store) {
+    return exportedMarkdown(exportSource(store));
+}
+
+std::expected<void, Refusal> writeExport(const fs::path& file, std::string_view content, FileSystem& files,
+                                         Console& console) {
+    const FileResult<void> written = writeAtomically(files, file, content);
+    if (!written) return exportFailed(console, written.error().message);
+    return {};
+}
+
+std::expected<std::vector<JournalEntry>, Refusal> readExport(const fs::path& file, Date now,
+                                                             const StoreServices& services) {
+    const FileResult<std::string> content = services.files.read(file);
+    if (!content) {
+        return failed(services.console, kImportFailure, "The file could not be read.", content.error().message);
+    }
+    const ReadContext context{
+        .now = now, .freshId = [&ids = services.ids] { return ids.next(); }, .dates = JsonDates::iso8601};
+    const auto pages = decodeJson<std::vector<JournalEntry>>(*content, context);
+    if (!pages) {
+        return failed(services.console, kImportFailure, "The file holds no pages that can be read.",
+                      pages.error().describe(file.filename().string()));
+    }
+    std::vector<JournalEntry> ordered;
+    ordered.reserve(pages->size());
+    for (const JournalEntry* const page : ParentsFirst(pointersTo(*pages)).ordered()) ordered.push_back(*page);
+    return ordered;
+}
+
+ImportCount addMissing(JournalStore& store, std::span<const JournalEntry> pages) {
     ImportCount count;
-    for (const JournalEntry* const each : ParentsFirst(pointersTo(pages)).ordered()) {
-        JournalEntry page = *each;
+    for (JournalEntry page : pages) {
         dropMissingTies(page, store);
         if (store.addPage(std::move(page))) {
             ++count.added;
@@ -122,45 +178,18 @@ ImportCount addMissing(JournalStore& store, const std::vector<JournalEntry>& pag
     return count;
 }
 
-}  // namespace
-
-std::expected<std::string, Refusal> exportedJson(const JournalStore& store) {
-    if (store.entries().empty()) return std::unexpected(Refusal(kNothingToExport));
-    return encodeJson(store.entries().snapshot(), kExportFormat);
-}
-
-std::expected<std::string, Refusal> exportedMarkdown(const JournalStore& store) {
-    if (store.entries().empty()) return std::unexpected(Refusal(kNothingToExport));
-    std::string document;
-    for (const JournalEntry* const page : ParentsFirst(pointersTo(store.entries())).ordered()) {
-        if (!document.empty()) document += '\n';
-        document += markdownOf(*page, store.notebooks());
-    }
-    return document;
-}
-
-std::expected<void, Refusal> writeExport(const fs::path& file, std::string_view content, FileSystem& files,
-                                         Console& console) {
-    const FileResult<void> written = writeAtomically(files, file, content);
-    if (!written) return exportFailed(console, written.error().message);
-    return {};
-}
-
 std::expected<ImportCount, Refusal> importJson(JournalStore& store, const fs::path& file,
                                                const StoreServices& services) {
-    const FileResult<std::string> content = services.files.read(file);
-    if (!content) {
-        return failed(services.console, kImportFailure, "The file could not be read.", content.error().message);
-    }
-    const ReadContext context{.now = services.clock.now(),
-                              .freshId = [&ids = services.ids] { return ids.next(); },
-                              .dates = JsonDates::iso8601};
-    const auto pages = decodeJson<std::vector<JournalEntry>>(*content, context);
-    if (!pages) {
-        return failed(services.console, kImportFailure, "The file holds no pages that can be read.",
-                      pages.error().describe(file.filename().string()));
-    }
+    const auto pages = readExport(file, services.clock.now(), services);
+    if (!pages) return std::unexpected(pages.error());
     return addMissing(store, *pages);
+}
+
+fs::path autoBackupFolder(const fs::path& documents) { return documents / kBackupFolder; }
+
+fs::path autoBackupFile(const fs::path& documents, const StoreServices& services) {
+    const std::string day = dayKey(services.calendar.civilTime(services.clock.now()).day);
+    return autoBackupFolder(documents) / ("Tessary-" + day + ".json");
 }
 
 std::expected<void, Refusal> writeAutoBackup(const JournalStore& store, const fs::path& documents,
@@ -170,12 +199,10 @@ std::expected<void, Refusal> writeAutoBackup(const JournalStore& store, const fs
     }
     const std::expected<std::string, Refusal> content = exportedJson(store);
     if (!content) return std::unexpected(content.error());
-    const fs::path folder = documents / kBackupFolder;
-    if (const FileResult<void> made = services.files.createFolders(folder); !made) {
+    if (const FileResult<void> made = services.files.createFolders(autoBackupFolder(documents)); !made) {
         return exportFailed(services.console, made.error().message);
     }
-    const std::string day = dayKey(services.calendar.civilTime(services.clock.now()).day);
-    return writeExport(folder / ("Tessary-" + day + ".json"), *content, services.files, services.console);
+    return writeExport(autoBackupFile(documents, services), *content, services.files, services.console);
 }
 
 }  // namespace tessary

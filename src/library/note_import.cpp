@@ -1,5 +1,6 @@
 #include "library/note_import.h"
 
+#include <deque>
 #include <string_view>
 #include <unordered_set>
 #include <utility>
@@ -46,27 +47,20 @@ struct Spot {
     PageIndex::Place place = 0;
 };
 
-class NoteImporter {
+}  // namespace
+
+class NoteImport::Importer {
 public:
-    NoteImporter(JournalStore& store, const StoreServices& services, const FrontMatterReader& frontMatter,
-                 const NoteImportOptions& options)
-        : store_(store), services_(services), frontMatter_(frontMatter), options_(options), index_(store.entries()) {}
+    Importer(JournalStore& store, const StoreServices& services, const FrontMatterReader& frontMatter,
+             NoteImportOptions options)
+        : store_(store),
+          services_(services),
+          frontMatter_(frontMatter),
+          options_(std::move(options)),
+          known_(store.entries().snapshot()) {}
 
-    NoteImportReport run(const std::vector<fs::path>& paths) && {
-        const std::vector<ImportPlan> plans = plansFor(paths);
-        report_.cancelled = options_.stop.stop_requested();  // then the plans have holes
-        if (report_.cancelled) return std::move(report_);
-        for (const ImportPlan& plan : plans) total_ += noteCount(plan.pages);
-        for (const ImportPlan& plan : plans) {
-            problems_.guard(plan.path, [&] { carryOut(plan); });
-        }
-        report_.images = images_.size();
-        return std::move(report_);
-    }
-
-private:
-    std::vector<ImportPlan> plansFor(const std::vector<fs::path>& paths) {
-        std::vector<ImportPlan> plans;
+    void findNotes(const std::vector<fs::path>& paths) {
+        index_.emplace(store_.entries(), RecordList<JournalEntry>(std::exchange(known_, {})));
         for (const fs::path& path : paths) {
             if (store_.access() == StoreAccess::readOnly) {
                 problems_.add(path, "cannot be imported while the library is open in another program");
@@ -74,24 +68,61 @@ private:
             }
             problems_.guard(path, [&] {
                 auto plan = planImport(path, services_.files, problems_, options_.stop);
-                if (plan) plans.push_back(std::move(*plan));
+                if (plan) plans_.push_back(std::move(*plan));
             });
         }
-        return plans;
+        for (const ImportPlan& plan : plans_) total_ += noteCount(plan.pages);
+        report_.cancelled = options_.stop.stop_requested();  // then the plans have holes
     }
 
-    void carryOut(const ImportPlan& plan) {
-        Spot top;
+    bool step() {
+        if (report_.cancelled) return false;
+        while (waiting_.empty()) {
+            if (begun_ == plans_.size()) return false;
+            const ImportPlan& plan = plans_[begun_++];
+            problems_.guard(plan.path, [&] { begin(plan); });
+        }
+        report_.cancelled = options_.stop.stop_requested();
+        if (report_.cancelled) return false;
+        const auto [page, above] = waiting_.back();
+        waiting_.pop_back();
+        Spot& spot = spots_.emplace_back();
+        spot.above = above;
+        spot.name = page->name;
+        if (!page->note.empty()) importFile(*page, spot, *imageImporter_);
+        wait(page->subpages, spot);
+        return true;
+    }
+
+    [[nodiscard]] NoteImportReport report() const {
+        NoteImportReport report = report_;
+        report.images = images_.size();
+        return report;
+    }
+
+private:
+    /// What is to be taken next, and where it comes to stand.
+    struct Waiting {
+        const PlannedPage* page = nullptr;
+        Spot* above = nullptr;
+    };
+
+    void begin(const ImportPlan& plan) {
+        Spot& top = spots_.emplace_back();
         if (options_.notebook || !plan.isFolder) {
             top.isReady = true;
             top.notebook = options_.notebook;
-            top.place = index_.topLevel(options_.notebook);
+            top.place = index_->topLevel(options_.notebook);
         } else {
             top.name = notebookNameFor(plan.path);
         }
-        ImageImporter images(store_, services_.files, plan.isFolder ? plan.path : folderOf(plan.path),
-                             plan.isFolder ? ImageSearch::wholeImported : ImageSearch::nearNote);
-        importPages(plan.pages, top, images);
+        imageImporter_.emplace(store_, services_.files, plan.isFolder ? plan.path : folderOf(plan.path),
+                               plan.isFolder ? ImageSearch::wholeImported : ImageSearch::nearNote);
+        wait(plan.pages, top);
+    }
+
+    void wait(const std::vector<PlannedPage>& pages, Spot& above) {
+        for (std::size_t i = pages.size(); i-- > 0;) waiting_.push_back({.page = &pages[i], .above = &above});
     }
 
     std::string notebookNameFor(const fs::path& folder) const {
@@ -99,18 +130,6 @@ private:
         const bool isNamed = !name.empty() && name != "." && name != "..";
         std::string shown = shownName(isNamed ? folder : services_.files.resolved(folder));
         return shown.empty() ? std::string(kUntitledNotebook) : shown;
-    }
-
-    void importPages(const std::vector<PlannedPage>& pages, Spot& above, ImageImporter& images) {
-        for (const PlannedPage& page : pages) {
-            report_.cancelled = report_.cancelled || options_.stop.stop_requested();
-            if (report_.cancelled) return;
-            Spot spot;
-            spot.above = &above;
-            spot.name = page.name;
-            if (!page.note.empty()) importFile(page, spot, images);
-            importPages(page.subpages, spot, images);
-        }
     }
 
     void importFile(const PlannedPage& page, Spot& spot, ImageImporter& images) {
@@ -138,8 +157,8 @@ private:
             fillFromMarkdown(page, *text, planned.note, images);
         }
         if (const auto ready = makeReady(*spot.above); !ready) return std::unexpected(ready.error());
-        spot.place = index_.below(spot.above->place, page.title);
-        spot.page = index_.withBody(spot.place, page.body);
+        spot.place = index_->below(spot.above->place, page.title);
+        spot.page = index_->withBody(spot.place, page.body);
         spot.isReady = spot.page.has_value();
         if (spot.isReady) {
             ++report_.alreadyThere;
@@ -173,14 +192,14 @@ private:
         if (spot.isReady) return {};
         if (spot.above == nullptr) {
             spot.notebook = notebookNamed(spot.name);
-            spot.place = index_.topLevel(spot.notebook);
+            spot.place = index_->topLevel(spot.notebook);
             spot.isReady = true;
             return {};
         }
         if (auto ready = makeReady(*spot.above); !ready) return ready;
-        spot.place = index_.below(spot.above->place, spot.name);
-        spot.page = index_.withBody(spot.place, {});
-        if (!spot.page) spot.page = index_.first(spot.place);
+        spot.place = index_->below(spot.above->place, spot.name);
+        spot.page = index_->withBody(spot.place, {});
+        if (!spot.page) spot.page = index_->first(spot.place);
         spot.isReady = spot.page.has_value();
         if (spot.isReady) return {};
         JournalEntry page;
@@ -196,7 +215,7 @@ private:
         if (!added) return std::unexpected("could not be added: " + added.error());
         spot.page = *added;
         spot.isReady = true;
-        index_.add(*store_.entries().find(*added), spot.place);
+        index_->add(*store_.entries().find(*added), spot.place);
         report_.added.push_back(*added);
         return {};
     }
@@ -212,20 +231,40 @@ private:
     JournalStore& store_;
     const StoreServices& services_;
     const FrontMatterReader& frontMatter_;
-    const NoteImportOptions& options_;
+    NoteImportOptions options_;
+    RecordList<JournalEntry>::Snapshot known_;  ///< until the index is made
     NoteImportReport report_;
     ImportProblems problems_{report_.problems};
-    PageIndex index_;
+    std::optional<PageIndex> index_;
+    std::vector<ImportPlan> plans_;
+    std::size_t begun_ = 0;  ///< plans
+    std::vector<Waiting> waiting_;  ///< of the plan at hand, the next one last
+    std::deque<Spot> spots_;        ///< keep their places
+    std::optional<ImageImporter> imageImporter_;
     std::unordered_set<std::string> images_;
     std::size_t done_ = 0;
     std::size_t total_ = 0;
 };
 
-}  // namespace
+NoteImport::NoteImport(JournalStore& store, const StoreServices& services, const FrontMatterReader& frontMatter,
+                       NoteImportOptions options)
+    : importer_(std::make_unique<Importer>(store, services, frontMatter, std::move(options))) {}
+
+NoteImport::~NoteImport() = default;
+
+void NoteImport::findNotes(const std::vector<fs::path>& paths) { importer_->findNotes(paths); }
+
+bool NoteImport::step() { return importer_->step(); }
+
+NoteImportReport NoteImport::report() const { return importer_->report(); }
 
 NoteImportReport importNotes(JournalStore& store, const std::vector<fs::path>& paths, const StoreServices& services,
                              const FrontMatterReader& frontMatter, const NoteImportOptions& options) {
-    return NoteImporter(store, services, frontMatter, options).run(paths);
+    NoteImport import(store, services, frontMatter, options);
+    import.findNotes(paths);
+    while (import.step()) {
+    }
+    return import.report();
 }
 
 }  // namespace tessary

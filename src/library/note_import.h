@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -51,5 +52,28 @@ struct NoteImportOptions {
 [[nodiscard]] NoteImportReport importNotes(JournalStore& store, const std::vector<std::filesystem::path>& paths,
                                            const StoreServices& services, const FrontMatterReader& frontMatter,
                                            const NoteImportOptions& options = {});
+
+/// The same, note by note, for a window that stays alive meanwhile: pages may change between two steps. Main thread,
+/// but for `findNotes`.
+class NoteImport {
+public:
+    /// `store`, `services` and `frontMatter` outlive the import.
+    NoteImport(JournalStore& store, const StoreServices& services, const FrontMatterReader& frontMatter,
+               NoteImportOptions options);
+    ~NoteImport();
+    NoteImport(const NoteImport&) = delete;
+    NoteImport& operator=(const NoteImport&) = delete;
+
+    /// Reads the folders. Once, before the first step; any thread, while nothing else is asked of the import.
+    void findNotes(const std::vector<std::filesystem::path>& paths);
+    /// Takes the next note. False when there is none left, or the import was stopped.
+    bool step();
+    /// After the last step.
+    [[nodiscard]] NoteImportReport report() const;
+
+private:
+    class Importer;
+    std::unique_ptr<Importer> importer_;
+};
 
 }  // namespace tessary

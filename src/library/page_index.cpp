@@ -6,8 +6,8 @@
 
 namespace tessary {
 
-PageIndex::PageIndex(const RecordList<JournalEntry>& pages) : pages_(pages) {
-    for (const JournalEntry& page : pages) add(page, placeOf(page));
+PageIndex::PageIndex(const RecordList<JournalEntry>& pages, const RecordList<JournalEntry>& known) : pages_(pages) {
+    for (const JournalEntry& page : known) add(page, placeOf(page, known));
 }
 
 PageIndex::Place PageIndex::topLevel(const std::optional<NotebookId>& notebook) {
@@ -44,12 +44,12 @@ PageIndex::Place PageIndex::numberOf(std::string key) {
 }
 
 /// Where parents form a loop, the page asked for first counts as a top-level page.
-PageIndex::Place PageIndex::placeOf(const JournalEntry& page) {
+PageIndex::Place PageIndex::placeOf(const JournalEntry& page, const RecordList<JournalEntry>& known) {
     std::vector<const JournalEntry*> unplaced;
     const JournalEntry* next = &page;
     while (next != nullptr && places_.try_emplace(next->id, topLevel(next->notebookID)).second) {
         unplaced.push_back(next);
-        next = next->parentID ? pages_.find(*next->parentID) : nullptr;
+        next = next->parentID ? known.find(*next->parentID) : nullptr;
     }
     if (unplaced.empty()) return places_.at(page.id);
     Place place = next == nullptr ? topLevel(unplaced.back()->notebookID) : places_.at(next->id);

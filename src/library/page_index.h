@@ -16,8 +16,8 @@ public:
     /// A notebook's top level, or all pages of one title in one place.
     using Place = std::size_t;
 
-    /// `pages` must outlive the index.
-    explicit PageIndex(const RecordList<JournalEntry>& pages);
+    /// Knows of `known` to begin with, and tells bodies by the `pages` of then, which must outlive the index.
+    PageIndex(const RecordList<JournalEntry>& pages, const RecordList<JournalEntry>& known);
 
     /// Without a notebook: of the loose pages.
     [[nodiscard]] Place topLevel(const std::optional<NotebookId>& notebook);
@@ -36,7 +36,7 @@ private:
     };
 
     Place numberOf(std::string key);
-    Place placeOf(const JournalEntry& page);
+    Place placeOf(const JournalEntry& page, const RecordList<JournalEntry>& known);
 
     const RecordList<JournalEntry>& pages_;
     std::unordered_map<std::string, Place> numbers_;

@@ -7,11 +7,12 @@
 #include "app/welcome.h"
 #include "desktop/desk/desk.h"
 #include "platform/adapters/qt/qt_main_loop.h"
+#include "support/memory_secret_store.h"
 
 namespace tessary {
 
 /// A desk on a library of its own with real files, opened as the window opens it and removed at the end. Nothing of
-/// the environment is seen; time stands still at `kRigNow` unless told otherwise.
+/// the environment is seen, nor the user's keychain; time stands still at `kRigNow` unless told otherwise.
 template <class Loop = QtMainLoop>
 struct DeskRig {
     static constexpr const char* kRigNow = "2026-11-21T09:30:00Z";
@@ -57,7 +58,8 @@ struct DeskRig {
     Loop loop;
     std::unique_ptr<Workspace> workspace =
         Workspace::open(paths, ports.forWorkspace(noEnvironment, loop), WorkspaceUse::change).value();
-    AISystem ai{{.files = ports.files, .ids = ports.ids, .text = ports.text}, noEnvironment};
+    MemorySecretStore secrets;
+    AISystem ai{{.files = ports.files, .ids = ports.ids, .text = ports.text, .secrets = &secrets}, noEnvironment};
     Desk desk{*workspace, ports, loop, ai};
 };
 

@@ -9,6 +9,7 @@
 #include "desktop/study_year.h"
 #include "desktop/window.h"
 #include "platform/adapters/qt/qt_main_loop.h"
+#include "support/memory_secret_store.h"
 
 namespace tessary {
 namespace {
@@ -57,7 +58,8 @@ int main(int argc, char** argv) {
     const NotebookId notebook = workspace->library().notebooks().empty() ? makeWelcomeNotebook(*workspace)->notebook
                                                                          : workspace->library().notebooks()[0].id;
     if (workspace->cards().cards().size() < 100) StudyYear(*workspace, ports.clock.now()).live();
-    AISystem ai({.files = ports.files, .ids = ports.ids, .text = ports.text}, none);
+    MemorySecretStore secrets;
+    AISystem ai({.files = ports.files, .ids = ports.ids, .text = ports.text, .secrets = &secrets}, none);
     Desk desk(*workspace, ports, loop, ai);
     QQmlApplicationEngine engine;
     load(engine, "Tessary.Shell", "MainWindow", {{"desk", QVariant::fromValue(&desk)}});
@@ -83,6 +85,10 @@ int main(int argc, char** argv) {
         shoot(window, folder, "deck" + end);
         navigator.openTrash();
         shoot(window, folder, "trash" + end);
+        for (const char* const pane : {"ai", "flashcards", "general", "backup", "library", "about"}) {
+            navigator.openSettings(pane);
+            shoot(window, folder, std::string("settings-") + pane + end);
+        }
         navigator.openReview("");
         shoot(window, folder, "review" + end);
         navigator.goBack();

@@ -13,21 +13,9 @@ namespace {
 
 constexpr const char* kKeyService = "com.vorlek.Notara.ai";
 
-AIError errorOf(const SecretFailure& failure) {
-    switch (failure.kind) {
-        case SecretFailure::Kind::cancelled: return AIError::cancelled();
-        case SecretFailure::Kind::locked:
-            return AIError::unavailable("Your keychain is locked. Unlock it and try again");
-        case SecretFailure::Kind::noService:
-            return AIError::unavailable("There is no keychain on this computer to keep an API key in");
-        case SecretFailure::Kind::refused: break;
-    }
-    return AIError::unavailable("The keychain didn't give the API key: " + failure.message);
-}
-
 AIResult<std::string> readKey(AIProviderKind kind, SecretStore& secrets, std::stop_token stop) {
     const SecretStore::Result<std::optional<std::string>> key = secrets.read(keyNameOf(kind), stop);
-    if (!key) return std::unexpected(errorOf(key.error()));
+    if (!key) return std::unexpected(keychainError(key.error()));
     const std::string text(trimmed(key->value_or("")));
     if (text.empty()) return std::unexpected(AIError::missingKey(kind));
     return text;
@@ -70,6 +58,18 @@ std::unique_ptr<AIJSONBackend> makeBackend(const AISettings& settings, const Pro
 SecretName keyNameOf(AIProviderKind kind) { return {.service = kKeyService, .account = std::string(enumName(kind))}; }
 
 std::string keyLabelOf(AIProviderKind kind) { return "Tessary: " + std::string(labelOf(kind)) + " API key"; }
+
+AIError keychainError(const SecretFailure& failure) {
+    switch (failure.kind) {
+        case SecretFailure::Kind::cancelled: return AIError::cancelled();
+        case SecretFailure::Kind::locked:
+            return AIError::unavailable("Your keychain is locked. Unlock it and try again");
+        case SecretFailure::Kind::noService:
+            return AIError::unavailable("There is no keychain on this computer to keep an API key in");
+        case SecretFailure::Kind::refused: break;
+    }
+    return AIError::unavailable("The keychain didn't give the API key: " + failure.message);
+}
 
 AIResult<std::unique_ptr<AIProvider>> makeProvider(const AISettings& settings, const ProviderPorts& ports,
                                                    std::stop_token stop) {

@@ -31,6 +31,9 @@ struct ProviderPorts {
 /// What the keychain's own window calls it.
 [[nodiscard]] std::string keyLabelOf(AIProviderKind kind);
 
+/// What a keychain that doesn't answer means to the user.
+[[nodiscard]] AIError keychainError(const SecretFailure& failure);
+
 /// The provider that the settings name, with its key from the keychain. Blocks while the keychain is asked; never the
 /// main thread.
 [[nodiscard]] AIResult<std::unique_ptr<AIProvider>> makeProvider(const AISettings& settings, const ProviderPorts& ports,

@@ -11,6 +11,7 @@ namespace {
 constexpr const char* kThemeKey = "tessary.theme";
 constexpr const char* kCompanionKey = "tessary.companion";
 constexpr double kDueLife = 30;  // seconds; cards fall due while nothing changes
+constexpr const char* kReduceMotionKey = "tessary.reduceMotion";
 
 }  // namespace
 
@@ -79,16 +80,41 @@ QString Desk::theme() const { return toQml(settings().text(kThemeKey).value_or("
 
 void Desk::setTheme(const QString& theme) {
     if (theme == this->theme()) return;
-    if (const auto stored = settings().setText(kThemeKey, theme.toStdString()); !stored) return refuse(stored.error());
-    Q_EMIT themeChanged();
+    if (const auto stored = changeSetting(**findSetting(kThemeKey), theme.toStdString()); !stored) {
+        refuse(stored.error());
+    }
+}
+
+bool Desk::reduceMotion() const { return settings().boolean(kReduceMotionKey).value_or(false); }
+
+std::expected<void, std::string> Desk::changeSetting(const SettingEntry& entry, const std::string& text) {
+    if (const auto stored = storeSetting(settings(), entry, text); !stored) return std::unexpected(stored.error());
+    tellOfSetting(entry.key);
+    return {};
+}
+
+std::expected<void, std::string> Desk::resetSetting(const SettingEntry& entry) {
+    if (const auto removed = settings().remove(entry.key); !removed) {
+        return std::unexpected("The setting could not be stored: " + removed.error());
+    }
+    tellOfSetting(entry.key);
+    return {};
+}
+
+void Desk::tellOfSetting(std::string_view key) {
+    if (key == kThemeKey) Q_EMIT themeChanged();
+    if (key == kReduceMotionKey) Q_EMIT reduceMotionChanged();
+    if (key == kCompanionKey) Q_EMIT companionChanged();
+    Q_EMIT settingChanged(QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size())));
 }
 
 bool Desk::companion() const { return settings().boolean(kCompanionKey).value_or(true); }
 
 void Desk::setCompanion(bool companion) {
     if (companion == this->companion()) return;
-    if (const auto stored = settings().setBoolean(kCompanionKey, companion); !stored) return refuse(stored.error());
-    Q_EMIT companionChanged();
+    if (const auto stored = changeSetting(**findSetting(kCompanionKey), companion ? "true" : "false"); !stored) {
+        refuse(stored.error());
+    }
 }
 
 QString Desk::closeLibrary() {

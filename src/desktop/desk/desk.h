@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/ai_system.h"
+#include "app/settings_catalog.h"
 #include "app/system_ports.h"
 #include "base/function_ref.h"
 
@@ -25,6 +26,8 @@ class Desk final : public QObject {
     Q_PROPERTY(QString theme READ theme WRITE setTheme NOTIFY themeChanged)
     /// Whether the animated companion is shown.
     Q_PROPERTY(bool companion READ companion WRITE setCompanion NOTIFY companionChanged)
+    /// Whether the window does without motion.
+    Q_PROPERTY(bool reduceMotion READ reduceMotion NOTIFY reduceMotionChanged)
     /// What could not be read at the start; a line each.
     Q_PROPERTY(QStringList problems READ problems CONSTANT)
 
@@ -60,10 +63,16 @@ public:
     void setTheme(const QString& theme);
     [[nodiscard]] bool companion() const;
     void setCompanion(bool companion);
+    [[nodiscard]] bool reduceMotion() const;
     [[nodiscard]] QStringList problems() const;
 
     /// Saves what is pending and makes the automatic backup. Gives what could not be done; empty when all was.
     Q_INVOKABLE QString closeLibrary();
+
+    /// Stores a setting as the user wrote it and tells all who follow it. The error is for the user.
+    std::expected<void, std::string> changeSetting(const SettingEntry& entry, const std::string& text);
+    /// Back to the default.
+    std::expected<void, std::string> resetSetting(const SettingEntry& entry);
 
     /// Tells the user that something could not be done; the window shows it.
     void refuse(const std::string& sentence) { Q_EMIT refused(QString::fromStdString(sentence)); }
@@ -73,11 +82,15 @@ Q_SIGNALS:
     void cardsChanged();
     void themeChanged();
     void companionChanged();
+    void reduceMotionChanged();
+    /// One of the settings' catalogue; also for those with a signal of their own.
+    void settingChanged(const QString& key);
     void refused(const QString& sentence);
     /// Done; `undo` takes it back.
     void undoable(const QString& sentence);
 
 private:
+    void tellOfSetting(std::string_view key);
     /// Emits `signal` once, however often it is asked to before the event loop comes to it.
     void soon(bool& pending, void (Desk::*signal)());
     void hearLibrary();

@@ -11,6 +11,7 @@ import Tessary.Review
 import Tessary.Study
 import Tessary.Generation
 import Tessary.Search
+import Tessary.Settings
 
 /// The window: navigation on the desk, and the sheet of paper that is worked on.
 ApplicationWindow {
@@ -37,6 +38,11 @@ ApplicationWindow {
         property: "dark"
         value: window.desk.theme === "dark"
                || (window.desk.theme === "system" && window.systemIsDark)
+    }
+    Binding {
+        target: Theme
+        property: "reduceMotion"
+        value: window.desk.reduceMotion
     }
     readonly property bool systemIsDark: systemPalette.window.hslLightness < 0.5
     SystemPalette { id: systemPalette }
@@ -122,6 +128,17 @@ ApplicationWindow {
     }
     CommandKeys { palette: commands }
 
+    // Both go on while other screens are shown.
+    LibraryExchangeModel {
+        id: libraryExchange
+        desk: window.desk
+        onFinished: sentence => toasts.show(sentence, "", null)
+    }
+    LibraryCareModel {
+        id: libraryCare
+        desk: window.desk
+    }
+
     Sidebar {
         id: sidebar
         anchors { left: parent.left; top: parent.top; bottom: parent.bottom }
@@ -151,7 +168,8 @@ ApplicationWindow {
                        : navigator.screen === "pages" ? pages
                        : navigator.screen === "study" ? study
                        : navigator.screen === "deck" ? deck
-                       : navigator.screen === "trash" ? trash : review
+                       : navigator.screen === "trash" ? trash
+                       : navigator.screen === "settings" ? settings : review
         onLoaded: (item as Item).forceActiveFocus()
     }
 
@@ -239,6 +257,18 @@ ApplicationWindow {
         }
     }
     Component {
+        id: settings
+        Paper {
+            SettingsScreen {
+                anchors.fill: parent
+                desk: window.desk
+                pane: navigator.place
+                exchange: libraryExchange
+                care: libraryCare
+            }
+        }
+    }
+    Component {
         id: review
         ReviewScreen {
             desk: window.desk
@@ -270,6 +300,7 @@ ApplicationWindow {
         id: generationSheet
         desk: window.desk
         generation: generation
+        onOpenSettings: navigator.openSettings("ai")
     }
     ClosingSheet {
         id: unsaved

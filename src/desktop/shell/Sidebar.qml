@@ -176,11 +176,24 @@ Item {
             folded: sidebar.folded
             onClicked: sidebar.openGeneration()
         }
-        IconButton {
-            iconName: Theme.dark ? "today" : "moon"
-            label: Theme.dark ? qsTr("Light theme") : qsTr("Dark theme")
-            controlSize: 36
-            onClicked: sidebar.desk.theme = Theme.dark ? "light" : "dark"
+        GridLayout {
+            columns: sidebar.folded ? 1 : 2
+            columnSpacing: 4
+            rowSpacing: 2
+            SidebarRow {
+                iconName: "settings"
+                text: qsTr("Settings")
+                folded: sidebar.folded
+                selected: sidebar.navigator.screen === "settings"
+                onClicked: sidebar.navigator.openSettings()
+            }
+            IconButton {
+                iconName: Theme.dark ? "today" : "moon"
+                label: Theme.dark ? qsTr("Light theme") : qsTr("Dark theme")
+                controlSize: 36
+                Layout.alignment: Qt.AlignHCenter
+                onClicked: sidebar.desk.theme = Theme.dark ? "light" : "dark"
+            }
         }
     }
 }

@@ -104,6 +104,14 @@ CommandPalette {
         onTriggered: commands.navigator.openTrash()
     }
     Command {
+        title: qsTr("Settings")
+        keywords: qsTr("preferences options engine keys backup export import")
+        iconName: "settings"
+        keys: ["Ctrl+,"]
+        enabled: !commands.reviewing
+        onTriggered: commands.navigator.openSettings()
+    }
+    Command {
         title: qsTr("Go back")
         keywords: qsTr("previous")
         iconName: "left"

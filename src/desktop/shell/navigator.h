@@ -10,9 +10,10 @@ namespace tessary {
 class Navigator : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    /// "today", "shelf", "pages", "study", "deck", "trash" or "review".
+    /// "today", "shelf", "pages", "study", "deck", "trash", "settings" or "review".
     Q_PROPERTY(QString screen READ screen NOTIFY moved)
-    /// Of "pages": "all", "favorites", "archive", "loose", or a notebook's identity.
+    /// Of "pages": "all", "favorites", "archive", "loose", or a notebook's identity; of "settings": the pane, empty for
+    /// the first.
     Q_PROPERTY(QString place READ place NOTIFY moved)
     /// Of "deck" and "review" whose cards: "all", "loose", or a notebook's identity; may be empty, which means all.
     Q_PROPERTY(QString deck READ deck NOTIFY moved)
@@ -22,8 +23,8 @@ class Navigator : public QObject {
 
 public:
     [[nodiscard]] QString screen() const { return spot_.screen; }
-    [[nodiscard]] QString place() const { return spot_.screen == "pages" ? spot_.place : QString(); }
-    [[nodiscard]] QString deck() const { return spot_.screen == "pages" ? QString() : spot_.place; }
+    [[nodiscard]] QString place() const { return placeIsDeck() ? QString() : spot_.place; }
+    [[nodiscard]] QString deck() const { return placeIsDeck() ? spot_.place : QString(); }
     [[nodiscard]] QString page() const { return spot_.page; }
     [[nodiscard]] bool canGoBack() const { return !earlier_.empty(); }
 
@@ -44,6 +45,8 @@ public:
     Q_INVOKABLE void openShelf() { go({.screen = "shelf", .place = {}, .page = {}}); }
     Q_INVOKABLE void openStudy() { go({.screen = "study", .place = {}, .page = {}}); }
     Q_INVOKABLE void openTrash() { go({.screen = "trash", .place = {}, .page = {}}); }
+    /// "ai", "flashcards", "general", "backup", "library" or "about".
+    Q_INVOKABLE void openSettings(const QString& pane = {}) { go({.screen = "settings", .place = pane, .page = {}}); }
     Q_INVOKABLE void openPlace(const QString& place) { go({.screen = "pages", .place = place, .page = {}}); }
     /// A page of the place that is open, which is no step of its own.
     Q_INVOKABLE void showPage(const QString& page);
@@ -60,6 +63,7 @@ Q_SIGNALS:
     void moved();
 
 private:
+    [[nodiscard]] bool placeIsDeck() const { return spot_.screen == "deck" || spot_.screen == "review"; }
     void go(Spot spot);
 
     Spot spot_{.screen = "today", .place = {}, .page = {}};
