@@ -13,6 +13,15 @@
 
 namespace tessary {
 
+namespace {
+
+QString nameOf(PlimReaction reaction) {
+    const std::string_view name = rawValue(reaction);
+    return QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
+}
+
+}  // namespace
+
 PlimItem::PlimItem(QQuickItem* parent) : QQuickItem(parent) {
     setFlag(ItemHasContents);
     setImplicitSize(size_, size_);
@@ -39,10 +48,7 @@ void PlimItem::setDark(bool dark) {
     Q_EMIT darkChanged();
 }
 
-QString PlimItem::reaction() const {
-    const std::string_view name = rawValue(reaction_);
-    return QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
-}
+QString PlimItem::reaction() const { return nameOf(reaction_); }
 
 void PlimItem::setReaction(const QString& name) {
     if (name != reaction()) play(name);
@@ -56,6 +62,15 @@ void PlimItem::play(const QString& name) {
     if (!other) return;
     repaint();
     Q_EMIT reactionChanged();
+}
+
+QString PlimItem::base() const { return nameOf(controller_.player().base()); }
+
+void PlimItem::setBase(const QString& name) {
+    const std::optional<PlimReaction> wanted = plimReactionNamed(name.toStdString());
+    if (!wanted || *wanted == controller_.player().base()) return;
+    controller_.setBase(*wanted);
+    Q_EMIT baseChanged();
 }
 
 void PlimItem::setStill(bool still) {

@@ -39,6 +39,8 @@ class PlimItem : public QQuickItem {
     Q_PROPERTY(bool dark READ isDark WRITE setDark NOTIFY darkChanged)
     /// What was asked for last: "idle", "wave", "cur", "think", "study", "win", "fail" or "sleep". Setting it plays it.
     Q_PROPERTY(QString reaction READ reaction WRITE setReaction NOTIFY reactionChanged)
+    /// What it goes back to when a reaction is over. Of those that go on and on.
+    Q_PROPERTY(QString base READ base WRITE setBase NOTIFY baseChanged)
     /// Shows the moment that stands for the reaction, without motion.
     Q_PROPERTY(bool still READ isStill WRITE setStill NOTIFY stillChanged)
     /// Holds the motion where it is.
@@ -56,6 +58,8 @@ public:
     void setDark(bool dark);
     [[nodiscard]] QString reaction() const;
     void setReaction(const QString& name);
+    [[nodiscard]] QString base() const;
+    void setBase(const QString& name);
     [[nodiscard]] bool isStill() const { return still_; }
     void setStill(bool still);
     [[nodiscard]] bool isPaused() const { return paused_; }
@@ -78,6 +82,7 @@ Q_SIGNALS:
     void sizeChanged();
     void darkChanged();
     void reactionChanged();
+    void baseChanged();
     void stillChanged();
     void pausedChanged();
     void coveredChanged();

@@ -27,11 +27,14 @@ Item {
         spacing: 16
 
         Item {
-            objectName: "companionPlace"
             implicitWidth: 64
             implicitHeight: 64
-            Plim {
+            PlimBadge {
                 anchors.centerIn: parent
+                desk: header.generation.desk
+                picture: true
+                reaction: header.running ? "think" : header.failed ? "fail"
+                        : header.generation.phase === GenerationModel.Done ? "win" : "idle"
                 size: 64
             }
         }

@@ -52,6 +52,7 @@ FocusScope {
         id: sitting
         desk: screen.desk
         onDealt: Qt.callLater(screen.settle)
+        onReacted: reaction => companion.play(reaction)
         onTurned: Qt.callLater(screen.settle)
         onNoticed: toasts.show(sitting.notice, sitting.canUndo ? qsTr("Undo") : "", sitting.undo)
         onEditAsked: editor.openFor(sitting.draft())
@@ -147,8 +148,13 @@ FocusScope {
         }
     }
 
-    Plim {
-        visible: !screen.over
+    PlimBadge {
+        id: companion
+        desk: screen.desk
+        visible: !screen.over && screen.desk.companion
+        base: "study"
+        reaction: "study"
+        covered: editor.visible
         size: screen.low ? 48 : 76
         anchors { right: parent.right; bottom: parent.bottom; margins: screen.low ? 20 : 24 }
     }

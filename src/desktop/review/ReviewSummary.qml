@@ -114,7 +114,10 @@ ReviewPane {
                             }
                         }
                     }
-                    Plim {
+                    PlimBadge {
+                        desk: summary.review.desk
+                        picture: true
+                        reaction: summary.rated ? "win" : "idle"
                         size: 76
                         Layout.alignment: Qt.AlignTop
                     }

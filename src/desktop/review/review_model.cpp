@@ -230,6 +230,8 @@ void ReviewModel::rate(int rating) {
     const double seconds = static_cast<double>(thinking_.elapsed()) / kMillisecondsPerSecond;
     const auto given = static_cast<Rating>(rating);
     given_.push_back({*shownId_, given});
+    if (given == Rating::again) Q_EMIT reacted("fail");
+    if (given == Rating::good || given == Rating::easy) Q_EMIT reacted("win");
     switch (session_->rate(given, now(), std::min(seconds, kLongestThought))) {
         case ReviewSession::LeechNotice::suspended: tell(toQml(std::string(kSuspendedAsLeech))); break;
         case ReviewSession::LeechNotice::staysInReview: tell(toQml(std::string(kLeechStaysInReview))); break;

@@ -94,6 +94,8 @@ Q_SIGNALS:
     void turned();
     /// Another card, or the end, is there.
     void dealt();
+    /// What the companion makes of a rating: "win" or "fail".
+    void reacted(const QString& reaction);
     void noticed();
     void editAsked();
     void pageAsked(const QString& page);

@@ -177,9 +177,17 @@ Item {
             onClicked: sidebar.openGeneration()
         }
         GridLayout {
-            columns: sidebar.folded ? 1 : 2
+            columns: sidebar.folded ? 1 : 3
             columnSpacing: 4
             rowSpacing: 2
+            PlimBadge {
+                id: companion
+                desk: sidebar.desk
+                size: 44
+                reaction: sidebar.generation.running ? "think" : "idle"
+                Layout.alignment: Qt.AlignHCenter
+                TapHandler { onTapped: companion.play("wave") }
+            }
             SidebarRow {
                 iconName: "settings"
                 text: qsTr("Settings")
