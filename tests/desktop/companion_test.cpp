@@ -298,5 +298,28 @@ TEST(PlimBadge, FollowsTheSwitch) {
     }
 }
 
+TEST(PlimView, FollowsTheThemeAndPlaysWhatItIsAskedFor) {
+    QQmlEngine engine;
+    engine.addImportPath("qrc:/qt/qml");
+    QQmlComponent component(&engine);
+    component.setData("import Tessary.Kit\nPlimView { property var theme: Theme; function cheer() { play('win') } }",
+                      {});
+    const std::unique_ptr<QObject> made(component.create());
+    auto* const view = qobject_cast<PlimItem*>(made.get());
+    ASSERT_NE(view, nullptr) << component.errorString().toStdString();
+    QQuickWindow window;
+    window.show();
+    view->setParentItem(window.contentItem());
+    QMetaObject::invokeMethod(view, "cheer");
+    EXPECT_EQ(view->reaction(), "win");
+    EXPECT_TRUE(view->isRunning());
+    auto* const theme = view->property("theme").value<QObject*>();
+    ASSERT_NE(theme, nullptr);
+    theme->setProperty("reduceMotion", true);
+    theme->setProperty("dark", true);
+    EXPECT_TRUE(view->isStill() && view->isDark());
+    EXPECT_FALSE(view->isRunning());
+}
+
 }  // namespace
 }  // namespace tessary

@@ -115,6 +115,20 @@ ColumnLayout {
             delegate: Plim { required property int modelData; size: modelData }
         }
     }
+    GallerySection {
+        heading: qsTr("What Plim does; press one")
+        gap: 8
+        Repeater {
+            model: ["idle", "wave", "cur", "think", "study", "win", "fail", "sleep"]
+            delegate: PlimView {
+                id: star
+                required property string modelData
+                size: 160
+                reaction: modelData
+                TapHandler { onTapped: star.play(star.modelData) }
+            }
+        }
+    }
 
     Sheet {
         id: form
