@@ -27,7 +27,7 @@ Item {
         spacing: 16
 
         Item {
-            implicitWidth: 64
+            implicitWidth: 76
             implicitHeight: 64
             PlimBadge {
                 anchors.centerIn: parent
@@ -35,7 +35,7 @@ Item {
                 picture: true
                 reaction: header.running ? "think" : header.failed ? "fail"
                         : header.generation.phase === GenerationModel.Done ? "win" : "idle"
-                size: 64
+                size: 88
             }
         }
         ColumnLayout {

@@ -155,7 +155,7 @@ FocusScope {
         base: "study"
         reaction: "study"
         covered: editor.visible
-        size: screen.low ? 48 : 76
+        size: screen.low ? 56 : 112
         anchors { right: parent.right; bottom: parent.bottom; margins: screen.low ? 20 : 24 }
     }
 

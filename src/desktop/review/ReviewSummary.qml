@@ -118,7 +118,7 @@ ReviewPane {
                         desk: summary.review.desk
                         picture: true
                         reaction: summary.rated ? "win" : "idle"
-                        size: 76
+                        size: 112
                         Layout.alignment: Qt.AlignTop
                     }
                 }

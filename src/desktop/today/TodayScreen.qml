@@ -44,10 +44,12 @@ FocusScope {
                 spacing: 16
                 PlimBadge {
                     desk: screen.desk
-                    size: 72
+                    size: 104
                     picture: true
                     reaction: today.reaction
-                    Layout.leftMargin: -6
+                    Layout.leftMargin: -12
+                    Layout.topMargin: -12
+                    Layout.bottomMargin: -12
                 }
                 ColumnLayout {
                     spacing: 2
