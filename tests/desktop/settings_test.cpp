@@ -2,6 +2,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
 #include <fstream>
 
 #include "desktop/desk_rig.h"
@@ -129,7 +130,7 @@ TEST_F(SettingTest, AChangeReachesEveryoneWhoShowsIt) {
 TEST(CardOutlookTest, MoreRetentionMeansMoreReviews) {
     CardOutlook outlook;
     int before = 0;
-    for (const double retention : {0.7, 0.8, 0.9, 0.97}) {
+    for (const double retention : {0.7, 0.9, 0.97}) {
         outlook.setRetention(retention);
         EXPECT_GT(outlook.reviewsInYear(), before) << retention;
         before = outlook.reviewsInYear();
@@ -195,7 +196,7 @@ TEST_F(AIEngineTest, EachProviderSaysWhatItLacks) {
     for (const AIProviderKind kind : {AIProviderKind::gemini, AIProviderKind::claude, AIProviderKind::openai})
         EXPECT_EQ(stateOf(kind), "noKey");
     EXPECT_EQ(stateOf(AIProviderKind::apple), "missing");
-    EXPECT_EQ(text(AIProviderKind::apple, AIEngineModel::ProblemRole), "Apple Intelligence isn't available");
+    EXPECT_EQ(text(AIProviderKind::apple, AIEngineModel::ProblemRole), "Apple Intelligence isn't available on this Mac");
     EXPECT_EQ(stateOf(AIProviderKind::codex), "missing");
     EXPECT_EQ(text(AIProviderKind::codex, AIEngineModel::ProblemRole),
               "Codex isn't installed. Install the Codex app or CLI (it's free with ChatGPT) and sign in with your "
@@ -381,8 +382,8 @@ TEST_F(ExchangeTest, WhatCannotBeDoneIsToldAndChangesNothing) {
 }
 
 TEST_F(ExchangeTest, AFolderOfNotesBecomesANotebookWhileTheWindowLives) {
-    constexpr int kNotes = 400;
-    for (int i = 0; i < kNotes; ++i) put(out("Botany/note " + std::to_string(i) + ".md"), "# N\n\nText");
+    constexpr int kNotes = 4000;
+    for (int i = 0; i < kNotes; ++i) put(out("Botany/note " + std::to_string(i) + ".md"), "Text " + std::to_string(i));
     put(out("Botany/sub/inner.md"), "Inner");
     put(out("Botany/bad.md"), std::string("\xff\xfe", 2));
     int turns = 0;
@@ -396,24 +397,26 @@ TEST_F(ExchangeTest, AFolderOfNotesBecomesANotebookWhileTheWindowLives) {
     exchange.importFrom("notes", url(out("Botany")));
     EXPECT_TRUE(exchange.busy()) << "one at a time";
     ASSERT_TRUE(done());
-    EXPECT_EQ(exchange.lastResult(), "Added 402 pages in 1 new notebook.");
+    EXPECT_EQ(exchange.lastResult(), "Added 4,002 pages in 1 new notebook.");
     EXPECT_EQ(exchange.lastProblems().size(), 1);
     EXPECT_EQ(rig.library().notebooks()[0].name, "Botany");
     EXPECT_GT(turns, 2);
     exchange.importFrom("notes", url(out("Botany")));
     ASSERT_TRUE(done());
-    EXPECT_TRUE(exchange.lastResult().startsWith("Added 0 pages. 40")) << exchange.lastResult().toStdString();
-    EXPECT_EQ(rig.library().entries().size(), 402U);
+    EXPECT_TRUE(exchange.lastResult().startsWith("Added 0 pages. 4,00")) << exchange.lastResult().toStdString();
+    EXPECT_EQ(rig.library().entries().size(), 4002U);
 }
 
 TEST_F(ExchangeTest, ACancelledImportKeepsWhatHasComeIn) {
     constexpr int kPages = 20000;
-    std::string file = "[";
+    ExportSource many;
     for (int i = 0; i < kPages; ++i) {
-        file += (i == 0 ? "" : ",") + std::string(R"({"id":")") + RandomIds().next().toString() +
-                R"(","date":"2026-01-01T00:00:00Z","title":"P"})";
+        JournalEntry page;
+        page.id = PageId{RandomIds().next()};
+        page.title = "P";
+        many.pages.push_back(std::make_shared<const JournalEntry>(page));
     }
-    put(out("many.json"), file + "]");
+    put(out("many.json"), exportedJson(many).value());
     QObject::connect(&exchange, &LibraryExchangeModel::changed, [&] {
         if (exchange.progress() > 0) exchange.cancel();
     });
@@ -461,7 +464,7 @@ TEST(LibraryCareTest, ACheckSeesWhatWasJustWrittenAndWhatIsWrong) {
     ASSERT_TRUE(checked());
     EXPECT_EQ(care.checkProblems(), 1) << "the card's page is written before the check begins";
     EXPECT_EQ(care.checkResult(), "1 problem found.");
-    EXPECT_TRUE(care.findings()[0].toMap()["text"].toString().contains("gone.png"));
+    EXPECT_TRUE(care.findings()[0].contains("gone.png"));
     fs::create_directories(rig.library().folders().images());
     std::ofstream(rig.library().folders().images() / "gone.png") << "png";
     ASSERT_TRUE(checked());

@@ -137,7 +137,7 @@ Item {
             columnSpacing: 4
             rowSpacing: 2
             SidebarRow {
-                iconName: "settings"
+                iconName: "sliders"
                 text: qsTr("Settings")
                 folded: sidebar.folded
                 selected: sidebar.navigator.screen === "settings"
