@@ -129,7 +129,8 @@ TEST_F(AITest, EachFailureIsOneSentence) {
     says("Run `ollama pull gemma` first");
     set("flashcards.ollamaURL", LoopbackServer::refusedAddress());
     says("Ollama isn't running at " + LoopbackServer::refusedAddress());
-    set("flashcards.ollamaURL", "not an address");
+    EXPECT_EQ(run({"settings", "set", "flashcards.ollamaURL", "not an address"}).code, 1) << "refused at once";
+    set("flashcards.ollamaURL", "http://[::");
     says("The Ollama address isn't valid");
     set("flashcards.provider", "apple");
     says("Apple Intelligence isn't available on this Mac");

@@ -67,6 +67,7 @@ int main(int argc, char** argv) {
     auto& window = *qobject_cast<QQuickWindow*>(engine.rootObjects().front());
     if (argc > 4) window.resize(std::atoi(argv[3]), std::atoi(argv[4]));
     auto& navigator = *window.findChild<Navigator*>();
+    if (!desk.changeSetting(**findSetting("flashcards.provider"), "gemini")) return 1;
     for (const char* const theme : {"light", "dark"}) {
         desk.setTheme(theme);
         const std::string end = std::string("-") + theme;

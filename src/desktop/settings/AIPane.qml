@@ -15,6 +15,7 @@ ColumnLayout {
     AIEngineModel {
         id: engineModel
         desk: pane.desk
+        Component.onCompleted: look()
     }
 
     ColumnLayout {

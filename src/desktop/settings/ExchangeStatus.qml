@@ -33,7 +33,7 @@ ColumnLayout {
     }
     Note {
         text: status.exchange.busy ? "" : status.exchange.lastResult
-        failed: status.exchange.lastFailed
+        tone: status.exchange.lastFailed ? "bad" : status.exchange.lastProblems.length > 0 ? "warn" : "good"
     }
     LineList {
         lines: status.exchange.busy ? [] : status.exchange.lastProblems

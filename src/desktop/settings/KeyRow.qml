@@ -63,7 +63,6 @@ ColumnLayout {
             placeholderText: qsTr("%1 API key").arg(row.card.label)
             invalid: row.card.keyFailed
             enabled: !row.card.saving
-            Accessible.passwordEdit: true
             onAccepted: row.save()
             Keys.onEscapePressed: {
                 field.clear();
@@ -88,6 +87,6 @@ ColumnLayout {
     }
     Note {
         text: row.card.keyNote
-        failed: row.card.keyFailed
+        tone: row.card.keyFailed ? "bad" : "good"
     }
 }

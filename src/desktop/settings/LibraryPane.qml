@@ -68,12 +68,11 @@ ColumnLayout {
         }
         Note {
             text: pane.care.checking ? "" : pane.care.checkResult
-            failed: pane.care.checkProblems > 0
+            tone: pane.care.checkProblems > 0 ? "warn" : "good"
             Layout.bottomMargin: 10
         }
         LineList {
-            lines: pane.care.checking ? []
-                 : pane.care.findings.map(one => one.isProblem ? one.text : qsTr("Note: %1").arg(one.text))
+            lines: pane.care.checking ? [] : pane.care.findings
             Layout.bottomMargin: 10
         }
         Txt {

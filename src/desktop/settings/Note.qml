@@ -3,28 +3,32 @@ import QtQuick.Layouts
 import Tessary.Kit
 
 /// What became of something, with a mark that says whether it went well; nothing while it has no text.
-RowLayout {
+Item {
     id: note
 
     property string text
-    property bool failed: false
+    /// "good", "warn" or "bad".
+    property string tone: "good"
+
+    readonly property color ink: tone === "good" ? Theme.good : tone === "warn" ? Theme.warn : Theme.bad
 
     visible: text !== ""
-    spacing: 6
+    implicitHeight: words.implicitHeight
     Layout.fillWidth: true
 
     Icon {
-        name: note.failed ? "alert" : "check"
+        y: 2
+        name: note.tone === "good" ? "check" : "alert"
         size: 16
-        color: note.failed ? Theme.bad : Theme.good
-        Layout.alignment: Qt.AlignTop
-        Layout.topMargin: 2
+        color: note.ink
     }
     Txt {
+        id: words
+        x: 22
+        width: parent.width - x
         text: note.text
         wrap: true
-        color: note.failed ? Theme.bad : Theme.good
-        Layout.fillWidth: true
+        color: note.ink
         Accessible.role: Accessible.AlertMessage
     }
 }

@@ -43,7 +43,7 @@ Surface {
         T.AbstractButton {
             id: header
             Layout.fillWidth: true
-            implicitHeight: headerRow.implicitHeight + 24
+            implicitHeight: words.implicitHeight + 24
             focusPolicy: Qt.StrongFocus
             text: card.label
             Accessible.role: Accessible.RadioButton
@@ -61,63 +61,64 @@ Surface {
                                                                                         : "transparent"
                 FocusRing { target: header; corner: 10 }
             }
-            RowLayout {
-                id: headerRow
-                anchors { left: parent.left; right: parent.right; top: parent.top }
-                anchors { leftMargin: 16; rightMargin: 16; topMargin: 12 }
-                spacing: 12
-
+            Rectangle {
+                x: 16
+                y: 12
+                width: 20
+                height: 20
+                radius: 10
+                color: card.isChosen ? Theme.accent : Theme.raised
+                border.width: card.isChosen ? 1 : 1.5
+                border.color: card.isChosen ? Theme.accentMark : Theme.edge
                 Rectangle {
-                    Layout.alignment: Qt.AlignTop
-                    implicitWidth: 20
-                    implicitHeight: 20
-                    radius: 10
-                    color: card.isChosen ? Theme.accent : Theme.raised
-                    border.width: card.isChosen ? 1 : 1.5
-                    border.color: card.isChosen ? Theme.accentMark : Theme.edge
-                    Rectangle {
-                        visible: card.isChosen
-                        anchors.centerIn: parent
-                        width: 8
-                        height: 8
-                        radius: 4
-                        color: Theme.onAccent
-                    }
+                    visible: card.isChosen
+                    anchors.centerIn: parent
+                    width: 8
+                    height: 8
+                    radius: 4
+                    color: Theme.onAccent
                 }
-                ColumnLayout {
-                    spacing: 0
-                    RowLayout {
-                        spacing: 8
-                        Txt {
-                            text: card.label
-                            weight: 600
-                            Accessible.ignored: true
-                        }
-                        Txt {
-                            visible: card.badge !== ""
-                            text: card.badge
-                            size: 12
-                            color: Theme.ink3
-                            Layout.fillWidth: true
-                        }
+            }
+            Column {
+                id: words
+                x: 48
+                y: 12
+                width: chip.x - x - 16
+                Row {
+                    spacing: 8
+                    Txt {
+                        height: 20
+                        text: card.label
+                        weight: 600
+                        verticalAlignment: Text.AlignVCenter
+                        Accessible.ignored: true
                     }
                     Txt {
-                        visible: card.description !== ""
-                        text: card.description
-                        color: Theme.ink2
-                        wrap: true
-                        Layout.fillWidth: true
+                        height: 20
+                        text: card.badge
+                        size: 12
+                        color: Theme.ink3
+                        verticalAlignment: Text.AlignVCenter
                     }
                 }
-                Chip {
-                    id: chip
-                    Layout.alignment: Qt.AlignTop
-                    controlSize: 24
-                    tint: card.readiness === "ready" ? Theme.good : card.readiness === "missing" ? Theme.warn
-                                                                                                 : "transparent"
-                    text: card.readiness === "ready" ? qsTr("Ready") : card.readiness === "noKey" ? qsTr("Needs your key")
-                        : card.readiness === "missing" ? qsTr("Not ready") : qsTr("Looking…")
+                Txt {
+                    visible: text !== ""
+                    width: parent.width
+                    text: card.description
+                    color: Theme.ink2
+                    wrap: true
                 }
+            }
+            Chip {
+                id: chip
+                anchors.right: parent.right
+                anchors.rightMargin: 16
+                y: 10
+                controlSize: 24
+                tint: card.readiness === "ready" ? Theme.good : card.readiness === "missing" ? Theme.warn
+                                                                                             : "transparent"
+                text: card.readiness === "ready" ? qsTr("Ready") : card.readiness === "noKey" ? qsTr("Needs your key")
+                    : card.readiness === "missing" ? qsTr("Not ready") : qsTr("Looking…")
             }
         }
         ProviderDetails {

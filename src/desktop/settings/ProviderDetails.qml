@@ -15,7 +15,7 @@ ColumnLayout {
 
     Note {
         text: details.card.readiness === "missing" ? details.card.problem : ""
-        failed: true
+        tone: "warn"
     }
     Repeater {
         model: details.card.notes
@@ -81,7 +81,7 @@ ColumnLayout {
         }
         Note {
             text: details.card.trialNote
-            failed: details.card.trial === "bad"
+            tone: details.card.trial === "bad" ? "bad" : "good"
         }
     }
 }

@@ -12,8 +12,9 @@ SettingRow {
     required property Desk desk
 
     title: qsTr("Desired retention")
-    detail: qsTr("How likely you want to remember a card when it comes back. A card that you know each time comes back "
-               + "after %1: %2 reviews in its first year.").arg(outlook.intervals).arg(outlook.reviewsInYear)
+    detail: qsTr("How likely you want to remember a card when it comes back. At %3, a card that you "
+               + "always know comes back after %1: %2 reviews in its first year.")
+            .arg(outlook.intervals).arg(outlook.reviewsInYear).arg(qsTr("%1 %").arg(slider.value))
     problem: setting.problem
 
     Setting {

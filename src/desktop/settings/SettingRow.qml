@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import Tessary.Kit
 
 /// A name and what it means at the left, the control at the right, and below them why a change was not taken.
-ColumnLayout {
+Item {
     id: row
 
     property string title
@@ -13,48 +13,45 @@ ColumnLayout {
     property bool first: false
     default property alias control: holder.data
 
-    spacing: 0
+    readonly property real middle: Math.max(words.implicitHeight, holder.implicitHeight, 28)
+
+    implicitHeight: 10 + middle + 10 + (note.visible ? note.implicitHeight + 6 : 0)
     Layout.fillWidth: true
 
     Divider {
         visible: !row.first
-        Layout.fillWidth: true
+        width: parent.width
+    }
+    Column {
+        id: words
+        y: 10 + (row.middle - implicitHeight) / 2
+        width: row.width - holder.implicitWidth - 24
+        Txt {
+            visible: text !== ""
+            width: parent.width
+            text: row.title
+            weight: 600
+            wrap: true
+        }
+        Txt {
+            visible: text !== ""
+            width: parent.width
+            text: row.detail
+            color: Theme.ink2
+            wrap: true
+        }
     }
     RowLayout {
-        spacing: 24
-        Layout.fillWidth: true
-        Layout.topMargin: 10
-        Layout.bottomMargin: row.problem === "" ? 10 : 4
-        Layout.minimumHeight: 36
-
-        ColumnLayout {
-            spacing: 0
-            Layout.fillWidth: true
-            Layout.minimumWidth: 120
-            Txt {
-                visible: row.title !== ""
-                text: row.title
-                weight: 600
-                wrap: true
-                Layout.fillWidth: true
-            }
-            Txt {
-                visible: row.detail !== ""
-                text: row.detail
-                color: Theme.ink2
-                wrap: true
-                Layout.fillWidth: true
-            }
-        }
-        RowLayout {
-            id: holder
-            spacing: 8
-            Layout.alignment: Qt.AlignVCenter | Qt.AlignRight
-        }
+        id: holder
+        anchors.right: parent.right
+        y: 10 + (row.middle - implicitHeight) / 2
+        spacing: 8
     }
     Note {
+        id: note
+        y: 10 + row.middle + 6
+        width: parent.width
         text: row.problem
-        failed: true
-        Layout.bottomMargin: 10
+        tone: "bad"
     }
 }

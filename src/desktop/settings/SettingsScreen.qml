@@ -49,7 +49,7 @@ Screen {
         Component.onCompleted: {
             append({ name: qsTr("AI"), iconName: "make" });
             append({ name: qsTr("Flashcards"), iconName: "study" });
-            append({ name: qsTr("General"), iconName: "sliders" });
+            append({ name: qsTr("General"), iconName: "settings" });
             append({ name: qsTr("Backup"), iconName: "restore" });
             append({ name: qsTr("Library"), iconName: "shelf" });
             append({ name: qsTr("About"), iconName: "info" });

@@ -30,7 +30,6 @@ void AIEngineModel::setDesk(Desk* desk) {
     if (desk_ != nullptr) connect(desk_, &Desk::settingChanged, this, &AIEngineModel::settingChanged);
     Q_EMIT deskChanged();
     Q_EMIT chosenChanged();
-    look();
 }
 
 int AIEngineModel::chosen() const {

@@ -54,7 +54,7 @@ public:
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
     Q_INVOKABLE void choose(const QString& kind);
-    /// Looks at all providers again.
+    /// Looks at all providers, which may ask the user to unlock the keychain.
     Q_INVOKABLE void look();
     /// Sets its note at once when the key is none; else `keySaved` follows, or a note.
     Q_INVOKABLE void saveKey(const QString& kind, const QString& key);

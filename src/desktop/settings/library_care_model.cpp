@@ -157,7 +157,7 @@ void LibraryCareModel::checked(const std::vector<LibraryFinding>& findings) {
         const bool isProblem = finding.severity == LibraryFinding::Severity::problem;
         checkProblems_ += isProblem ? 1 : 0;
         repairable_ = repairable_ || finding.repairable;
-        findings_.append(QVariantMap{{"text", toQml(finding.text)}, {"isProblem", isProblem}});
+        findings_.append(isProblem ? toQml(finding.text) : tr("Note: %1").arg(toQml(finding.text)));
     }
     const auto problems = static_cast<std::size_t>(checkProblems_);
     checkResult_ = problems == 0 ? tr("The library is in order.")

@@ -33,8 +33,8 @@ class LibraryCareModel : public QObject {
     /// What the last check came to; empty before the first one.
     Q_PROPERTY(QString checkResult READ checkResult NOTIFY checkChanged)
     Q_PROPERTY(int checkProblems READ checkProblems NOTIFY checkChanged)
-    /// `{ text, isProblem }` for each thing it found.
-    Q_PROPERTY(QVariantList findings READ findings NOTIFY checkChanged)
+    /// A sentence for each thing it found; what is no problem begins with "Note".
+    Q_PROPERTY(QStringList findings READ findings NOTIFY checkChanged)
     Q_PROPERTY(bool repairable READ repairable NOTIFY checkChanged)
 
 public:
@@ -51,7 +51,7 @@ public:
     [[nodiscard]] bool checking() const { return checking_; }
     [[nodiscard]] QString checkResult() const { return checkResult_; }
     [[nodiscard]] int checkProblems() const { return checkProblems_; }
-    [[nodiscard]] QVariantList findings() const { return findings_; }
+    [[nodiscard]] QStringList findings() const { return findings_; }
     [[nodiscard]] bool repairable() const { return repairable_; }
 
     /// Reads sizes and backups anew.
@@ -88,7 +88,7 @@ private:
     bool checking_ = false;
     QString checkResult_;
     int checkProblems_ = 0;
-    QVariantList findings_;
+    QStringList findings_;
     bool repairable_ = false;
     std::shared_ptr<bool> alive_;  ///< of this desk
     std::unique_ptr<Job> measuring_;

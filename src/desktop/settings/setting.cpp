@@ -88,7 +88,7 @@ bool Setting::setHas(const QString& word, bool in) {
 std::string Setting::stepped(int steps) const {
     const double step = std::holds_alternative<double>(entry_->defaultValue) ? 0.5 : 1;
     const double next = value().toDouble() + steps * step;
-    const double kept = std::clamp(next, entry_->minimum.value_or(next), entry_->maximum.value_or(next));
+    const double kept = std::max(std::min(next, entry_->maximum.value_or(next)), entry_->minimum.value_or(next));
     return QString::number(kept, 'g', 12).toStdString();
 }
 

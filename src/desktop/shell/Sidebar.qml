@@ -189,7 +189,7 @@ Item {
                 TapHandler { onTapped: companion.play("wave") }
             }
             SidebarRow {
-                iconName: "settings"
+                iconName: "sliders"
                 text: qsTr("Settings")
                 folded: sidebar.folded
                 selected: sidebar.navigator.screen === "settings"
