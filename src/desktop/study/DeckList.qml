@@ -12,8 +12,6 @@ ColumnLayout {
     signal edit(string card)
     signal openPage(string page)
 
-    readonly property bool wide: width >= 820
-    readonly property real pageWidth: Math.min(200, width * 0.16)
     readonly property Item view: list
 
     /// Of a card, or with an empty identity of what is picked; else of the current row.
@@ -26,13 +24,14 @@ ColumnLayout {
 
     spacing: 0
 
+    DeckColumns {
+        id: columns
+        width: list.width - 12
+    }
     DeckHead {
-        wide: pane.wide
-        pageWidth: pane.pageWidth
+        columns: columns
         visible: list.count > 0
         Layout.fillWidth: true
-        Layout.leftMargin: 8
-        Layout.rightMargin: 4
         Layout.preferredHeight: 28
     }
     Divider {
@@ -84,9 +83,8 @@ ColumnLayout {
         }
 
         delegate: DeckRow {
-            width: list.width - 12
-            wide: pane.wide
-            pageWidth: pane.pageWidth
+            columns: columns
+            width: columns.width
             current: list.activeFocus && index === list.currentIndex
             onEdit: {
                 list.currentIndex = index;

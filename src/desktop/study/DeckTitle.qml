@@ -40,7 +40,7 @@ RowLayout {
         }
         Txt {
             readonly property string cards: head.deck.total === 1 ? qsTr("1 card")
-                                                                  : qsTr("%1 cards").arg(head.deck.total)
+                                                                  : qsTr("%1 cards").arg(head.deck.total.toLocaleString(Qt.locale("en"), "f", 0))
             visible: head.deck.ready
             text: head.deck.recall < 0 ? cards
                 : qsTr("%1 · %2 % likely to be recalled now").arg(cards).arg(Math.round(head.deck.recall * 100))
