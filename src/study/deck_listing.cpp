@@ -36,7 +36,8 @@ struct DeckPage {
 class Search {
 public:
     Search(const std::string& query, const TextServices& text) : text_(text) {
-        for (const std::string_view word : split(text.folded(query), ' ')) {
+        const std::string folded = text.folded(query);
+        for (const std::string_view word : split(folded, ' ')) {
             if (!trimmed(word).empty()) words_.emplace_back(trimmed(word));
         }
     }

@@ -160,17 +160,17 @@ TEST_F(StudyStatisticsTest, AReviewBelongsToItsLocalDay) {
 }
 
 TEST_F(StudyStatisticsTest, AYearBeginsOnAMondayAndEndsToday) {
-    rated("2025-11-23T22:59:00Z", card_);  // Sunday: before the first week
-    rated("2025-11-23T23:00:00Z", card_);  // Monday, 24 November 2025
+    rated("2025-11-16T22:59:00Z", card_);  // Sunday: before the first week
+    rated("2025-11-16T23:00:00Z", card_);  // Monday, 17 November 2025
     rated("2026-11-21T09:00:00Z", card_);
     rated("2026-11-22T09:00:00Z", card_);  // a clock that was wrong once
     const ReviewHistory history = this->history();
     ASSERT_EQ(history.days.size(), 52U * 7 + 6);
-    EXPECT_EQ(history.days.front().day, (CivilDay{2025, 11, 24}));
+    EXPECT_EQ(history.days.front().day, (CivilDay{2025, 11, 17}));
     EXPECT_EQ(history.days.back().day, (CivilDay{2026, 11, 21}));
     EXPECT_EQ(history.days.front().reviews, 1);
     EXPECT_EQ(history.reviews, 2);
-    EXPECT_EQ(historyStart(calendar_, clock_.now()), at("2025-11-23T23:00:00Z"));
+    EXPECT_EQ(historyStart(calendar_, clock_.now()), at("2025-11-16T23:00:00Z"));
 }
 
 TEST_F(StudyStatisticsTest, WhatWasTakenBackDoesNotCount) {
@@ -210,8 +210,8 @@ TEST_F(StudyStatisticsTest, AStreakLastsUntilADayIsMissed) {
 }
 
 TEST_F(StudyStatisticsTest, OnlyLearnedCardsOfTheLastThirtyDaysTellHowMuchIsRemembered) {
-    rated("2026-10-22T22:59:00Z", card_);  // 31 local days ago
-    rated("2026-10-23T00:00:00Z", card_, Rating::again);
+    rated("2026-10-22T21:59:00Z", card_);  // the last minute of a day too early
+    rated("2026-10-22T22:00:00Z", card_, Rating::again);
     rated("2026-11-10T12:00:00Z", card_, Rating::hard);
     rated("2026-11-10T12:00:00Z", card_, Rating::again, CardMemory::Phase::learning);
     rated("2026-11-10T12:00:00Z", card_, Rating::good, CardMemory::Phase::fresh);

@@ -25,11 +25,11 @@ ColumnLayout {
     spacing: 0
 
     DeckColumns {
-        id: columns
+        id: grid
         width: list.width - 12
     }
     DeckHead {
-        columns: columns
+        columns: grid
         visible: list.count > 0
         Layout.fillWidth: true
         Layout.preferredHeight: 28
@@ -83,8 +83,8 @@ ColumnLayout {
         }
 
         delegate: DeckRow {
-            columns: columns
-            width: columns.width
+            columns: grid
+            width: grid.width
             current: list.activeFocus && index === list.currentIndex
             onEdit: {
                 list.currentIndex = index;
