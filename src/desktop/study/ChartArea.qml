@@ -19,16 +19,22 @@ FocusScope {
 
     property int byKey: -1
     readonly property int byPointer: pointer.hovered ? indexAt(pointer.point.position.x, pointer.point.position.y) : -1
-    /// The value that is read; -1 for none.
-    readonly property int current: byPointer >= 0 ? byPointer : byKey
+    property bool keysLast: false
+    /// The value that is read, by what was used last; -1 for none.
+    readonly property int current: keysLast || byPointer < 0 ? byKey : byPointer
 
     function move(by: int) {
+        area.keysLast = true;
         if (area.count > 0)
             area.byKey = Math.max(0, Math.min(area.count - 1, (area.byKey < 0 ? area.start : area.byKey) + by));
     }
 
     activeFocusOnTab: count > 0
-    onActiveFocusChanged: byKey = activeFocus ? start : -1
+    onActiveFocusChanged: {
+        byKey = activeFocus ? start : -1;
+        keysLast = activeFocus;
+    }
+    onByPointerChanged: keysLast = false
     onCountChanged: if (byKey >= count) byKey = count - 1
 
     Accessible.role: Accessible.Chart

@@ -53,13 +53,12 @@ ColumnLayout {
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Cards")
 
+        onActiveFocusChanged: if (activeFocus && currentIndex < 0) currentIndex = 0
         Keys.onPressed: event => {
             event.accepted = true;
             const item = list.currentItem;
             if (event.matches(StandardKey.SelectAll))
                 pane.deck.selectAll();
-            else if (event.key === Qt.Key_Space)
-                pane.deck.toggle(list.currentIndex);
             else if ((event.key === Qt.Key_Return || event.key === Qt.Key_Enter) && item)
                 pane.edit(item.cardId);
             else if (event.key === Qt.Key_Delete)
@@ -94,6 +93,7 @@ ColumnLayout {
                 list.currentIndex = index;
                 extend ? pane.deck.extendTo(index) : pane.deck.toggle(index);
             }
+            Keys.onSpacePressed: pick(false)
             onMenu: {
                 list.currentIndex = index;
                 menu.popup();

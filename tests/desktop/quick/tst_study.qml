@@ -40,6 +40,7 @@ ScreenTest {
     }
     function test_charts_are_read_by_keys() {
         reviewed()
+        mouseMove(this, 1, 1)
         show("review")
         const year = find("Reviews of a year")
         tryVerify(() => rig.describe(year).startsWith("2 reviews on 2 days"))
