@@ -53,7 +53,6 @@ ColumnLayout {
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Cards")
 
-        onActiveFocusChanged: if (activeFocus && currentIndex < 0) currentIndex = 0
         Keys.onPressed: event => {
             event.accepted = true;
             const item = list.currentItem;

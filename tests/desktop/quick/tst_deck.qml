@@ -74,6 +74,7 @@ ScreenTest {
     function test_the_list_is_led_by_keys() {
         show()
         find("Cards").forceActiveFocus()
+        keyClick(Qt.Key_Home)
         keyClick(Qt.Key_Down)
         keyClick(Qt.Key_F)
         find("Card flagged.")
