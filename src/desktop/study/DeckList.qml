@@ -44,7 +44,6 @@ ColumnLayout {
         model: pane.deck
         focus: true
         activeFocusOnTab: true
-        reuseItems: true
         boundsBehavior: Flickable.StopAtBounds
         highlightMoveDuration: 0
         T.ScrollBar.vertical: Scrollbar {}
