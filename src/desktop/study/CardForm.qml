@@ -89,7 +89,9 @@ Sheet {
         Accessible.name: qsTr("Kind of card")
         Layout.fillWidth: true
     }
-    Label { text: sheet.kind === "cloze" ? qsTr("Sentence, with {{double braces}} around what is asked") : qsTr("Front") }
+    Label {
+        text: sheet.kind === "cloze" ? qsTr("Sentence, with {{double braces}} around what is asked") : qsTr("Front")
+    }
     TextBox {
         id: front
         placeholderText: sheet.kind === "cloze" ? qsTr("The {{heart}} pumps the blood.") : qsTr("What is asked")

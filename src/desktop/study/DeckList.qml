@@ -4,7 +4,8 @@ import QtQuick.Templates as T
 import Tessary.Kit
 import Tessary.Study
 
-/// The cards of the deck. The arrow keys go through them; Space picks, Enter opens, Delete deletes, F flags, S suspends.
+/// The cards of the deck. The arrow keys go through them; Space picks, Enter opens, Delete deletes, F flags, S
+/// suspends.
 ColumnLayout {
     id: pane
 

@@ -38,7 +38,8 @@ ChartArea {
         const cards = chart.counts[index];
         const text = qsTr("%1: %2").arg(chart.study.forecastNames[index])
                                    .arg(cards === 1 ? qsTr("1 card") : qsTr("%1 cards").arg(cards));
-        return index === 0 && chart.study.overdue > 0 ? qsTr("%1, %2 overdue").arg(text).arg(chart.study.overdue) : text;
+        const late = index === 0 ? chart.study.overdue : 0;
+        return late > 0 ? qsTr("%1, %2 overdue").arg(text).arg(late) : text;
     }
 
     Repeater {

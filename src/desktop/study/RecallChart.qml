@@ -43,7 +43,8 @@ ChartArea {
                 width: Math.round(parent.width) - 4
                 height: step.cards > 0 ? Math.max(3, Math.round(chart.room * step.cards / chart.most)) : 2
                 radius: Math.min(3, height / 2)
-                color: step.cards === 0 ? Theme.line : step.index < 6 ? Theme.bad : step.index < 8 ? Theme.warn : Theme.good
+                color: step.cards === 0 ? Theme.line : step.index < 6 ? Theme.bad : step.index < 8 ? Theme.warn
+                     : Theme.good
             }
             Txt {
                 visible: step.cards > 0
