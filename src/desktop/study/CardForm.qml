@@ -31,7 +31,9 @@ Sheet {
     readonly property string problem: opened ? editor.problemOf(draft) : ""
 
     function openFor(id: string) {
-        const draft = editor.draft(id);
+        sheet.fill(editor.draft(id));
+    }
+    function fill(draft: var) {
         sheet.card = draft.card;
         sheet.pageId = draft.pageId;
         choice.currentIndex = Math.max(0, sheet.kinds.indexOf(draft.kind));

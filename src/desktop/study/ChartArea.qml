@@ -18,10 +18,13 @@ FocusScope {
     property var textOf: index => ""
 
     property int byKey: -1
-    readonly property int byPointer: pointer.hovered ? indexAt(pointer.point.position.x, pointer.point.position.y) : -1
+    readonly property int byPointer: pointer.hovered
+        ? indexAt.call(null, pointer.point.position.x, pointer.point.position.y) : -1
     property bool keysLast: false
     /// The value that is read, by what was used last; -1 for none.
     readonly property int current: keysLast || byPointer < 0 ? byKey : byPointer
+
+    readonly property string currentText: current >= 0 ? textOf.call(null, current) : ""
 
     function move(by: int) {
         area.keysLast = true;
@@ -39,7 +42,7 @@ FocusScope {
 
     Accessible.role: Accessible.Chart
     Accessible.name: name
-    Accessible.description: current >= 0 ? textOf(current) : summary
+    Accessible.description: currentText === "" ? summary : currentText
     Accessible.focusable: true
 
     Keys.onLeftPressed: area.move(-area.step)

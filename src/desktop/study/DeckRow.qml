@@ -33,8 +33,8 @@ T.ItemDelegate {
 
     Accessible.role: Accessible.ListItem
     Accessible.name: front
-    Accessible.description: [back, page, dueText, suspended ? qsTr("suspended") : "", flagged ? qsTr("flagged") : ""]
-                            .filter(text => text !== "").join(", ")
+    Accessible.description: flagged ? qsTr("%1, %2, %3, flagged").arg(back).arg(page).arg(dueText)
+                                    : qsTr("%1, %2, %3").arg(back).arg(page).arg(dueText)
     Accessible.selectable: true
     Accessible.selected: selected
     Accessible.onPressAction: edit()

@@ -10,13 +10,14 @@ ChartArea {
     /// Days that are shown.
     property int days: 30
 
-    readonly property var counts: study.forecast.slice(0, days)
+    readonly property var counts: firstOf(study.forecast)
     readonly property int ceiling: niceTop(Math.max(0, ...counts))
     readonly property real axis: 36
     readonly property real pitch: (width - axis) / Math.max(1, counts.length)
     readonly property real plot: height - 28
     readonly property int labelEvery: Math.max(1, Math.ceil(76 / pitch))
 
+    function firstOf(all: var): var { return all.slice(0, chart.days); }
     /// The next round number that can be halved.
     function niceTop(most: int): int {
         for (let scale = 1; ; scale *= 10) {
@@ -103,7 +104,7 @@ ChartArea {
     }
     ChartTip {
         visible: chart.current >= 0
-        text: chart.current >= 0 ? chart.textOf(chart.current) : ""
+        text: chart.currentText
         at: chart.axis + (chart.current + 0.5) * chart.pitch
         above: chart.plot * (1 - (chart.counts[chart.current] ?? 0) / chart.ceiling)
     }

@@ -70,7 +70,7 @@ ChartArea {
     }
     ChartTip {
         visible: chart.current >= 0
-        text: chart.current >= 0 ? chart.textOf(chart.current) : ""
+        text: chart.currentText
         at: (chart.current + 0.5) * chart.pitch
         above: chart.plot - chart.room * (chart.counts[chart.current] ?? 0) / chart.most - 16
     }
