@@ -36,7 +36,8 @@ struct DeckPage {
 class Search {
 public:
     Search(const std::string& query, const TextServices& text) : text_(text) {
-        for (const std::string_view word : split(text.folded(query), ' ')) {
+        const std::string folded = text.folded(query);
+        for (const std::string_view word : split(folded, ' ')) {
             if (!trimmed(word).empty()) words_.emplace_back(trimmed(word));
         }
     }
@@ -56,16 +57,24 @@ private:
 
 struct Candidate {
     Pointer card;
+    int turn = 0;
     const DeckPage* page = nullptr;
     std::size_t position = 0;  ///< in the store, which settles what is equal
 };
+
+/// What waits comes before new cards, and these before what comes later.
+int turnOf(const Flashcard& card, Date now) {
+    if (card.suspended) return 3;
+    if (card.memory.phase == Phase::fresh) return 1;
+    return card.memory.due <= now ? 0 : 2;
+}
 
 bool isBefore(const Candidate& a, const Candidate& b, DeckQuery::Order order) {
     const Flashcard& x = *a.card;
     const Flashcard& y = *b.card;
     switch (order) {
         case DeckQuery::Order::due:
-            return std::tie(x.suspended, x.memory.due, a.position) < std::tie(y.suspended, y.memory.due, b.position);
+            return std::tie(a.turn, x.memory.due, a.position) < std::tie(b.turn, y.memory.due, b.position);
         case DeckQuery::Order::newest: return std::tie(y.createdAt, a.position) < std::tie(x.createdAt, b.position);
         case DeckQuery::Order::page:
             return std::tie(a.page->title, x.pageID.uuid.bytes, a.position) <
@@ -105,7 +114,7 @@ DeckListing listDeck(const DeckSource& source, const DeckQuery& query, const Tex
         tally.add(*card);
         if (query.kind && card->kind != *query.kind) continue;
         if (!isInState(*card, query.state, source) || !search.admits(*card, page->second)) continue;
-        candidates.push_back({.card = card, .page = &page->second, .position = i});
+        candidates.push_back({.card = card, .turn = turnOf(*card, source.now), .page = &page->second, .position = i});
     }
     std::ranges::sort(candidates, [&](const Candidate& a, const Candidate& b) { return isBefore(a, b, query.order); });
     DeckListing listing{.cards = {}, .stats = tally.stats()};

@@ -13,7 +13,7 @@ namespace tessary {
 struct DeckQuery {
     enum class State { any, due, fresh, learning, suspended, flagged, leech };
     enum class Order {
-        due,         ///< what waits longest first, suspended cards last
+        due,         ///< what waits longest first, then new cards, then what comes later; suspended cards last
         newest,
         page,        ///< by its title
         difficulty,  ///< hardest first, cards never rated last

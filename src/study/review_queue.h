@@ -13,8 +13,8 @@ namespace tessary {
 
 /// What to review.
 struct ReviewScope {
-    std::optional<PageId> page;      ///< this page with its subpages
-    std::optional<ShelfItem> place;  ///< all pages that stand there; neither: the whole library
+    std::optional<PageId> page = {};      ///< this page with its subpages
+    std::optional<ShelfItem> place = {};  ///< all pages that stand there; neither: the whole library
 };
 
 [[nodiscard]] bool standsIn(const JournalEntry& page, const ShelfItem& place);

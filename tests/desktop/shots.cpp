@@ -58,6 +58,7 @@ int main(int argc, char** argv) {
     const NotebookId notebook = workspace->library().notebooks().empty() ? makeWelcomeNotebook(*workspace)->notebook
                                                                          : workspace->library().notebooks()[0].id;
     if (workspace->cards().cards().size() < 100) StudyYear(*workspace, ports.clock.now()).live();
+    if (!workspace->flush()) return 1;
     MemorySecretStore secrets;
     AISystem ai({.files = ports.files, .ids = ports.ids, .text = ports.text, .secrets = &secrets}, none);
     Desk desk(*workspace, ports, loop, ai);

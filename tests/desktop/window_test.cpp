@@ -35,6 +35,9 @@ TEST_F(WindowTest, EveryScreenComesUpWithoutAComplaint) {
     ASSERT_FALSE(engine_.rootObjects().isEmpty());
     const std::vector<std::function<void(Navigator&)>> ways{
         [](Navigator& navigator) { navigator.openStudy(); },
+        [this](Navigator& navigator) { navigator.openDeck(toQml(notebook_)); },
+        [](Navigator& navigator) { navigator.openDeck("all"); },
+        [this](Navigator& navigator) { navigator.openReviewOf(toQml(notebook_)); },
         [this](Navigator& navigator) { navigator.openPlace(toQml(notebook_)); },
         [](Navigator& navigator) { navigator.openPlace("favorites"); },
         [](Navigator& navigator) { navigator.openTrash(); },

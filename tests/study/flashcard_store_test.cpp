@@ -249,5 +249,50 @@ TEST_F(FlashcardStoreTest, EveryRatingAndUndoIsLoggedByMonth) {
     EXPECT_EQ(log_.read().size(), 4U);
 }
 
+TEST_F(FlashcardStoreTest, CardsRemovedTogetherComeBackWhole) {
+    const CardId first = addCard("first");
+    const CardId kept = addCard("kept");
+    const CardId last = addCard("last");
+    store_->rate(first, Rating::good, kNow);
+    store_->setFlagged(last, true);
+    const Flashcard before = card(first);
+    std::vector<std::vector<CardId>> told;
+    const Subscription follow = store_->changed.connect([&](const std::vector<CardId>& ids) { told.push_back(ids); });
+    const auto removed = store_->removeCards({first, last, CardId{Uuid{{77}}}});
+    ASSERT_EQ(removed.size(), 2U);
+    EXPECT_EQ(store_->cards().size(), 1U);
+    EXPECT_FALSE(store_->canUndo());  // there is no card to take the rating back from
+    store_->restore(removed);
+    EXPECT_EQ(told.size(), 2U);
+    EXPECT_EQ(card(first), before);
+    EXPECT_TRUE(card(last).flagged);
+    EXPECT_EQ(store_->cards()[0].id, kept);
+    EXPECT_EQ(store_->cards()[1].id, first);
+}
+
+TEST_F(FlashcardStoreTest, AChangeOfManyCardsIsTakenBackButNotWhatWasWrittenSince) {
+    const CardId id = addCard("before");
+    const CardId other = addCard("other");
+    store_->rate(id, Rating::again, kNow);
+    const CardMemory learned = card(id).memory;
+    const auto before = store_->resetCards({id}, kNow + 60);
+    EXPECT_EQ(card(id).memory, freshMemory(kNow + 60));
+    EXPECT_FALSE(card(id).failedAt);
+    CardContent content = contentOf(card(id));
+    content.front = "after";
+    store_->edit(id, content);
+    store_->restore(before);
+    EXPECT_EQ(card(id).memory, learned);
+    EXPECT_TRUE(card(id).failedAt);
+    EXPECT_EQ(card(id).front, "after");
+
+    store_->setSuspended(other, true);
+    const auto suspended = store_->setSuspended({id, other}, true);
+    EXPECT_TRUE(card(id).suspended && card(other).suspended);
+    store_->restore(suspended);
+    EXPECT_FALSE(card(id).suspended);
+    EXPECT_TRUE(card(other).suspended);
+}
+
 }  // namespace
 }  // namespace tessary

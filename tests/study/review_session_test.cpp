@@ -93,6 +93,25 @@ TEST_F(ReviewSessionTest, NewCardsAreSpreadEvenlyAmongTheReviews) {
     }
 }
 
+TEST_F(ReviewSessionTest, APlaceIsAskedForAsAWhole) {
+    const NotebookId notebook = library_.addNotebook("Biology");
+    JournalEntry inside;
+    inside.notebookID = notebook;
+    const PageId parent = *library_.addPage(inside);
+    inside.parentID = parent;
+    addNew("in the notebook", parent);
+    addNew("below", *library_.addPage(inside));
+    addNew("loose");
+    set("flashcards.shuffle", false);
+    const auto asked = [&](const ShelfItem& place) {
+        const ReviewScope scope{.page = {}, .place = place};
+        return fronts(buildReviewQueue(store_, library_, settings_, calendar_, scope, kNow).main);
+    };
+    EXPECT_EQ(asked(notebook), (Fronts{"in the notebook", "below"}));
+    EXPECT_EQ(asked(LoosePages{}), Fronts{"loose"});
+    EXPECT_EQ(asked(NotebookId{Uuid{{9}}}), Fronts{});
+}
+
 TEST_F(ReviewSessionTest, LimitsTakeTheMostOverdueAndTheFirstNewCards) {
     for (const char* each : {"n1", "n2", "n3"}) addNew(each);
     for (const int days : {2, 9, 1, 5}) addDue("due " + std::to_string(days), days);

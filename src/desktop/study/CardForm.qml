@@ -31,7 +31,9 @@ Sheet {
     readonly property string problem: opened ? editor.problemOf(draft) : ""
 
     function openFor(id: string) {
-        const draft = editor.draft(id);
+        sheet.fill(editor.draft(id));
+    }
+    function fill(draft: var) {
         sheet.card = draft.card;
         sheet.pageId = draft.pageId;
         choice.currentIndex = Math.max(0, sheet.kinds.indexOf(draft.kind));
@@ -89,7 +91,9 @@ Sheet {
         Accessible.name: qsTr("Kind of card")
         Layout.fillWidth: true
     }
-    Label { text: sheet.kind === "cloze" ? qsTr("Sentence, with {{double braces}} around what is asked") : qsTr("Front") }
+    Label {
+        text: sheet.kind === "cloze" ? qsTr("Sentence, with {{double braces}} around what is asked") : qsTr("Front")
+    }
     TextBox {
         id: front
         placeholderText: sheet.kind === "cloze" ? qsTr("The {{heart}} pumps the blood.") : qsTr("What is asked")

@@ -18,22 +18,31 @@ FocusScope {
     property var textOf: index => ""
 
     property int byKey: -1
-    readonly property int byPointer: pointer.hovered ? indexAt(pointer.point.position.x, pointer.point.position.y) : -1
-    /// The value that is read; -1 for none.
-    readonly property int current: byPointer >= 0 ? byPointer : byKey
+    readonly property int byPointer: pointer.hovered
+        ? indexAt.call(null, pointer.point.position.x, pointer.point.position.y) : -1
+    property bool keysLast: false
+    /// The value that is read, by what was used last; -1 for none.
+    readonly property int current: keysLast || byPointer < 0 ? byKey : byPointer
+
+    readonly property string currentText: current >= 0 ? textOf.call(null, current) : ""
 
     function move(by: int) {
+        area.keysLast = true;
         if (area.count > 0)
             area.byKey = Math.max(0, Math.min(area.count - 1, (area.byKey < 0 ? area.start : area.byKey) + by));
     }
 
     activeFocusOnTab: count > 0
-    onActiveFocusChanged: byKey = activeFocus ? start : -1
+    onActiveFocusChanged: {
+        byKey = activeFocus ? start : -1;
+        keysLast = activeFocus;
+    }
+    onByPointerChanged: keysLast = false
     onCountChanged: if (byKey >= count) byKey = count - 1
 
     Accessible.role: Accessible.Chart
     Accessible.name: name
-    Accessible.description: current >= 0 ? textOf(current) : summary
+    Accessible.description: currentText === "" ? summary : currentText
     Accessible.focusable: true
 
     Keys.onLeftPressed: area.move(-area.step)

@@ -75,6 +75,7 @@ T.ItemDelegate {
         }
         RowLayout {
             spacing: 12
+            Layout.fillWidth: false
             Layout.preferredWidth: line.wide ? 190 : 130
             Bar {
                 value: Math.max(0, line.recall)

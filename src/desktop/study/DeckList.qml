@@ -4,7 +4,8 @@ import QtQuick.Templates as T
 import Tessary.Kit
 import Tessary.Study
 
-/// The cards of the deck. The arrow keys go through them; Space picks, Enter opens, Delete deletes, F flags, S suspends.
+/// The cards of the deck. The arrow keys go through them; Space picks, Enter opens, Delete deletes, F flags, S
+/// suspends.
 ColumnLayout {
     id: pane
 
@@ -12,8 +13,6 @@ ColumnLayout {
     signal edit(string card)
     signal openPage(string page)
 
-    readonly property bool wide: width >= 820
-    readonly property real pageWidth: Math.min(200, width * 0.16)
     readonly property Item view: list
 
     /// Of a card, or with an empty identity of what is picked; else of the current row.
@@ -26,13 +25,14 @@ ColumnLayout {
 
     spacing: 0
 
+    DeckColumns {
+        id: grid
+        width: list.width - 12
+    }
     DeckHead {
-        wide: pane.wide
-        pageWidth: pane.pageWidth
+        columns: grid
         visible: list.count > 0
         Layout.fillWidth: true
-        Layout.leftMargin: 8
-        Layout.rightMargin: 4
         Layout.preferredHeight: 28
     }
     Divider {
@@ -45,7 +45,6 @@ ColumnLayout {
         model: pane.deck
         focus: true
         activeFocusOnTab: true
-        reuseItems: true
         boundsBehavior: Flickable.StopAtBounds
         highlightMoveDuration: 0
         T.ScrollBar.vertical: Scrollbar {}
@@ -59,8 +58,6 @@ ColumnLayout {
             const item = list.currentItem;
             if (event.matches(StandardKey.SelectAll))
                 pane.deck.selectAll();
-            else if (event.key === Qt.Key_Space)
-                pane.deck.toggle(list.currentIndex);
             else if ((event.key === Qt.Key_Return || event.key === Qt.Key_Enter) && item)
                 pane.edit(item.cardId);
             else if (event.key === Qt.Key_Delete)
@@ -84,9 +81,8 @@ ColumnLayout {
         }
 
         delegate: DeckRow {
-            width: list.width - 12
-            wide: pane.wide
-            pageWidth: pane.pageWidth
+            columns: grid
+            width: grid.width
             current: list.activeFocus && index === list.currentIndex
             onEdit: {
                 list.currentIndex = index;
@@ -96,6 +92,7 @@ ColumnLayout {
                 list.currentIndex = index;
                 extend ? pane.deck.extendTo(index) : pane.deck.toggle(index);
             }
+            Keys.onSpacePressed: pick(false)
             onMenu: {
                 list.currentIndex = index;
                 menu.popup();

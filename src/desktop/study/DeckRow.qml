@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import QtQuick.Templates as T
 import Tessary.Kit
 
@@ -22,22 +21,20 @@ T.ItemDelegate {
     required property bool flagged
     required property bool selected
     property bool current: false
-    property bool wide: true
-    property real pageWidth: 150
+    required property DeckColumns columns
     signal edit()
     signal pick(bool extend)
     signal menu()
 
     implicitHeight: 44
-    leftPadding: 8
-    rightPadding: 4
+    padding: 0
     hoverEnabled: true
     focusPolicy: Qt.NoFocus
 
     Accessible.role: Accessible.ListItem
     Accessible.name: front
-    Accessible.description: [back, page, dueText, suspended ? qsTr("suspended") : "", flagged ? qsTr("flagged") : ""]
-                            .filter(text => text !== "").join(", ")
+    Accessible.description: flagged ? qsTr("%1, %2, %3, flagged").arg(back).arg(page).arg(dueText)
+                                    : qsTr("%1, %2, %3").arg(back).arg(page).arg(dueText)
     Accessible.selectable: true
     Accessible.selected: selected
     Accessible.onPressAction: edit()
@@ -57,11 +54,17 @@ T.ItemDelegate {
             anchors.margins: 2
         }
     }
-    contentItem: RowLayout {
-        spacing: 12
+    component Cell: Txt {
+        anchors.verticalCenter: parent.verticalCenter
+        size: 12
+        color: Theme.ink2
+    }
+    contentItem: Item {
         opacity: row.suspended ? 0.6 : 1
 
         Check {
+            x: 8
+            anchors.verticalCenter: parent.verticalCenter
             checked: row.selected
             focusPolicy: Qt.NoFocus
             Accessible.name: qsTr("Pick %1").arg(row.front)
@@ -71,58 +74,66 @@ T.ItemDelegate {
             }
         }
         Icon {
+            x: 40
+            anchors.verticalCenter: parent.verticalCenter
             name: row.kind === "cloze" ? "cloze" : row.kind === "multipleChoice" ? "list" : "study"
             size: 16
             color: Theme.ink3
         }
-        Txt {
+        Cell {
+            x: row.columns.front
+            width: row.columns.frontWidth
             text: row.front
+            size: 13
             weight: 600
-            Layout.fillWidth: true
-            Layout.preferredWidth: 3
+            color: Theme.ink
         }
-        Txt {
+        Cell {
+            x: row.columns.back
+            width: row.columns.backWidth
             text: row.back
-            color: Theme.ink2
-            Layout.fillWidth: true
-            Layout.preferredWidth: 2
+            size: 13
         }
-        Txt {
-            visible: row.wide
+        Cell {
+            visible: row.columns.wide
+            x: row.columns.page
+            width: row.columns.pageWidth
             text: row.page
-            size: 12
-            color: Theme.ink2
-            Layout.preferredWidth: row.pageWidth
         }
         Icon {
-            name: row.flagged ? "flag" : ""
+            visible: row.flagged
+            x: row.columns.flag
+            anchors.verticalCenter: parent.verticalCenter
+            name: "flag"
             size: 16
             color: Theme.warn
         }
-        Txt {
+        Cell {
+            x: row.columns.due
+            width: row.columns.dueWidth
             text: row.dueText
-            size: 12
             weight: row.isDue ? 600 : 400
             color: row.isDue ? Theme.accentText : Theme.ink2
-            Layout.preferredWidth: 72
         }
-        Txt {
+        Cell {
+            x: row.columns.recall
+            width: row.columns.recallWidth
             text: row.recallText === "" ? "–" : row.recallText
-            size: 12
             weight: 600
             color: row.recallText === "" ? Theme.ink3 : Theme.ink2
-            Layout.preferredWidth: 40
         }
-        Txt {
-            visible: row.wide
+        Cell {
+            visible: row.columns.wide
+            x: row.columns.lasts
+            width: row.columns.lastsWidth
             text: row.stability === "" ? "–" : row.stability
-            size: 12
             color: Theme.ink3
-            Layout.preferredWidth: 48
         }
         IconButton {
+            x: row.columns.more
+            anchors.verticalCenter: parent.verticalCenter
             iconName: "more"
-            label: qsTr("More")
+            label: qsTr("More for %1").arg(row.front)
             controlSize: 28
             focusPolicy: Qt.NoFocus
             onClicked: row.menu()

@@ -12,6 +12,7 @@ PopupMenu {
     signal openPage(string page)
 
     readonly property string card: row?.cardId ?? ""
+    readonly property string page: row?.pageId ?? ""
     readonly property bool flagged: row?.flagged ?? false
     readonly property bool suspended: row?.suspended ?? false
 
@@ -24,7 +25,7 @@ PopupMenu {
     PopupMenuItem {
         text: qsTr("Show its page")
         iconName: "page"
-        onTriggered: menu.openPage(menu.row.pageId)
+        onTriggered: menu.openPage(menu.page)
     }
     PopupMenuItem {
         text: menu.flagged ? qsTr("Take the flag off") : qsTr("Flag")

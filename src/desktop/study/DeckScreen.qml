@@ -18,16 +18,19 @@ FocusScope {
 
     readonly property bool hasCards: deck.ready && deck.total > 0
 
+    function offerUndo(sentence: string) { toasts.show(sentence, qsTr("Undo"), () => deck.undo()); }
+    function tell(sentence: string) { toasts.show(sentence, "", null); }
+
     DeckModel {
         id: deck
         desk: screen.desk
         place: screen.place
-        onDone: sentence => toasts.show(sentence, qsTr("Undo"), () => deck.undo())
+        onDone: sentence => screen.offerUndo(sentence)
     }
     DeckEditor {
         id: editor
         deck: deck
-        onTold: sentence => toasts.show(sentence, "", null)
+        onTold: sentence => screen.tell(sentence)
     }
 
     Shortcut {

@@ -39,8 +39,8 @@ RowLayout {
             Accessible.role: Accessible.Heading
         }
         Txt {
-            readonly property string cards: head.deck.total === 1 ? qsTr("1 card")
-                                                                  : qsTr("%1 cards").arg(head.deck.total)
+            readonly property string count: head.deck.total.toLocaleString(Qt.locale("en"), "f", 0)
+            readonly property string cards: head.deck.total === 1 ? qsTr("1 card") : qsTr("%1 cards").arg(count)
             visible: head.deck.ready
             text: head.deck.recall < 0 ? cards
                 : qsTr("%1 · %2 % likely to be recalled now").arg(cards).arg(Math.round(head.deck.recall * 100))

@@ -40,12 +40,14 @@ T.AbstractButton {
     contentItem: Row {
         spacing: 6
         Txt {
+            anchors.verticalCenter: parent.verticalCenter
             text: chip.text
             weight: 500
             color: chip.current ? Theme.ink : Theme.ink2
             Accessible.ignored: true
         }
         Txt {
+            anchors.verticalCenter: parent.verticalCenter
             text: chip.count
             weight: 600
             color: chip.current ? Theme.ink : chip.tone

@@ -10,13 +10,14 @@ ChartArea {
     /// Days that are shown.
     property int days: 30
 
-    readonly property var counts: study.forecast.slice(0, days)
+    readonly property var counts: firstOf(study.forecast)
     readonly property int ceiling: niceTop(Math.max(0, ...counts))
     readonly property real axis: 36
     readonly property real pitch: (width - axis) / Math.max(1, counts.length)
     readonly property real plot: height - 28
     readonly property int labelEvery: Math.max(1, Math.ceil(76 / pitch))
 
+    function firstOf(all: var): var { return all.slice(0, chart.days); }
     /// The next round number that can be halved.
     function niceTop(most: int): int {
         for (let scale = 1; ; scale *= 10) {
@@ -38,7 +39,8 @@ ChartArea {
         const cards = chart.counts[index];
         const text = qsTr("%1: %2").arg(chart.study.forecastNames[index])
                                    .arg(cards === 1 ? qsTr("1 card") : qsTr("%1 cards").arg(cards));
-        return index === 0 && chart.study.overdue > 0 ? qsTr("%1, %2 overdue").arg(text).arg(chart.study.overdue) : text;
+        const late = index === 0 ? chart.study.overdue : 0;
+        return late > 0 ? qsTr("%1, %2 overdue").arg(text).arg(late) : text;
     }
 
     Repeater {
@@ -102,7 +104,7 @@ ChartArea {
     }
     ChartTip {
         visible: chart.current >= 0
-        text: chart.current >= 0 ? chart.textOf(chart.current) : ""
+        text: chart.currentText
         at: chart.axis + (chart.current + 0.5) * chart.pitch
         above: chart.plot * (1 - (chart.counts[chart.current] ?? 0) / chart.ceiling)
     }

@@ -27,8 +27,8 @@ Sheet {
     onAccepted: chosen(pageId)
 
     Txt {
-        text: qsTr("A deck file is plain text: a card on each line, front and back apart by a tab. The cards come in as "
-                   + "new ones.")
+        text: qsTr("A deck file is plain text: a card on each line, front and back apart by a tab. The cards come "
+                   + "in as new ones.")
         wrap: true
         color: Theme.ink2
         Layout.fillWidth: true

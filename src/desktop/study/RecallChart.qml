@@ -43,7 +43,8 @@ ChartArea {
                 width: Math.round(parent.width) - 4
                 height: step.cards > 0 ? Math.max(3, Math.round(chart.room * step.cards / chart.most)) : 2
                 radius: Math.min(3, height / 2)
-                color: step.cards === 0 ? Theme.line : step.index < 6 ? Theme.bad : step.index < 8 ? Theme.warn : Theme.good
+                color: step.cards === 0 ? Theme.line : step.index < 6 ? Theme.bad : step.index < 8 ? Theme.warn
+                     : Theme.good
             }
             Txt {
                 visible: step.cards > 0
@@ -69,7 +70,7 @@ ChartArea {
     }
     ChartTip {
         visible: chart.current >= 0
-        text: chart.current >= 0 ? chart.textOf(chart.current) : ""
+        text: chart.currentText
         at: (chart.current + 0.5) * chart.pitch
         above: chart.plot - chart.room * (chart.counts[chart.current] ?? 0) / chart.most - 16
     }

@@ -59,7 +59,7 @@ ChartArea {
     ChartTip {
         readonly property rect square: map.squareOf(Math.max(0, chart.current))
         visible: chart.current >= 0
-        text: chart.current >= 0 ? chart.textOf(chart.current) : ""
+        text: chart.currentText
         at: map.x + square.x + square.width / 2
         above: map.y + square.y
     }

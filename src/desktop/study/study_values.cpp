@@ -36,8 +36,10 @@ double busyDay(const ReviewHistory& history) {
 
 }  // namespace
 
+// The words are English, so are the thousands.
 QString countOf(std::int64_t count, const QString& one, const QString& many) {
-    return QLocale::c().toString(static_cast<qlonglong>(count)) + QLatin1Char(' ') + (count == 1 ? one : many);
+    return QLocale(QLocale::English).toString(static_cast<qlonglong>(count)) + QLatin1Char(' ') +
+           (count == 1 ? one : many);
 }
 
 QStringList forecastNames(CivilDay today, std::size_t count) {

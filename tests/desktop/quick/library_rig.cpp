@@ -46,6 +46,11 @@ QString LibraryRig::addCard(const QString& page, const QString& front, const QSt
     return toQml(rig_->addCard(fromQml<PageId>(page), front.toStdString(), back.toStdString()));
 }
 
+void LibraryRig::rate(const QString& card, int rating, double daysAgo) {
+    rig_->cards().rate(fromQml<CardId>(card), static_cast<Rating>(rating), rig_->desk.now() - daysAgo * kSecondsPerDay);
+    (void)rig_->workspace->flush();
+}
+
 QString LibraryRig::titleOf(const QString& page) const {
     const JournalEntry* const found = rig_->library().entries().find(fromQml<PageId>(page));
     return found == nullptr ? QString() : toQml(found->title);
@@ -110,6 +115,11 @@ void LibraryRig::serve(LoopbackServer::Answer answer) {
 
 QQuickItem* LibraryRig::find(QQuickItem* item, const QString& name) const {
     return item->window() == nullptr ? nullptr : findBelow(item->window()->contentItem(), name);
+}
+
+QString LibraryRig::describe(QQuickItem* item) const {
+    QAccessibleInterface* const interface = QAccessible::queryAccessibleInterface(item);
+    return interface == nullptr ? QString() : interface->text(QAccessible::Description);
 }
 
 }  // namespace tessary

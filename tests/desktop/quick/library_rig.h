@@ -23,6 +23,8 @@ public:
     /// A loose page when `notebook` is empty.
     Q_INVOKABLE QString addPage(const QString& notebook, const QString& title, const QString& body);
     Q_INVOKABLE QString addCard(const QString& page, const QString& front, const QString& back);
+    /// Rates a card, 1 to 4, so many days ago.
+    Q_INVOKABLE void rate(const QString& card, int rating, double daysAgo);
     Q_INVOKABLE int pages() const { return static_cast<int>(rig_->library().entries().size()); }
     Q_INVOKABLE int notebooks() const { return static_cast<int>(rig_->library().notebooks().size()); }
     Q_INVOKABLE int cards() const { return static_cast<int>(rig_->cards().cards().size()); }
@@ -45,6 +47,9 @@ public:
 
     /// The first visible item in the window of `item` whose accessible name is `name`; null when there is none.
     Q_INVOKABLE QQuickItem* find(QQuickItem* item, const QString& name) const;
+
+    /// What an assistive tool says of an item beyond its name.
+    Q_INVOKABLE QString describe(QQuickItem* item) const;
 
 Q_SIGNALS:
     void opened();
