@@ -13,6 +13,7 @@ FocusScope {
     readonly property alias selection: body.selectedText
     signal open(string id)
     signal told(string sentence)
+    signal generate()
 
     ColumnLayout {
         anchors.fill: parent
@@ -63,6 +64,11 @@ FocusScope {
                 onClicked: menu.popup()
                 PopupMenu {
                     id: menu
+                    PopupMenuItem {
+                        text: qsTr("Generate cards…")
+                        iconName: "make"
+                        onTriggered: sheet.generate()
+                    }
                     PopupMenuItem {
                         text: sheet.page.archived ? qsTr("Take out of the archive") : qsTr("Archive")
                         iconName: "archive"

@@ -60,6 +60,7 @@ FocusScope {
                 page: current
                 onOpen: id => screen.openPage(id)
                 onTold: sentence => screen.told(sentence)
+                onGenerate: screen.generate(screen.shownPage, selection)
             }
             EmptyState {
                 anchors.centerIn: parent
