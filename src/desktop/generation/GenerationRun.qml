@@ -16,7 +16,6 @@ ColumnLayout {
 
     GenerationProgress {
         id: header
-        z: 1
         generation: run.generation
         Layout.fillWidth: true
     }
@@ -61,8 +60,6 @@ ColumnLayout {
             }
         }
         delegate: GeneratedCard {
-            // The software renderer draws shapes that are clipped altogether.
-            visible: y + height > list.contentY && y < list.contentY + list.height
             width: list.cardWidth
             generation: run.generation
             editing: index >= 0 && list.editing === index
