@@ -124,7 +124,7 @@ TEST_F(GenerationRunTest, OnlyNewCardsAndNoMoreThanWanted) {
         return std::vector{basicCard("WHAT  is “ATP”"), basicCard("Où?"),        basicCard("ou?"),
                            basicCard("What is -5?"),    basicCard("What is 5?"), basicCard("Too many?")};
     };
-    EXPECT_EQ(run().cardsAdded, 3U);
+    EXPECT_EQ(run(), (GenerationOutcome{.text = "3 cards added", .cardsAdded = 3, .problems = {}, .duplicates = 2}));
     EXPECT_EQ(listener.fronts(), (std::vector<std::string>{"Où?", "What is -5?", "What is 5?"}));
 }
 
@@ -175,6 +175,7 @@ TEST_F(GenerationRunTest, HowARunFails) {
         failOn(each.failures);
         const GenerationOutcome outcome = run();
         EXPECT_EQ(outcome.text, each.text) << each.name;
+        EXPECT_EQ(outcome.providerFailed, outcome.end == End::failed) << each.name;
         EXPECT_EQ(script.asked.size(), each.calls) << each.name;
         EXPECT_EQ(outcome.cardsAdded, each.cards) << each.name;
         EXPECT_EQ(listener.cards.size(), each.cards) << each.name;
@@ -186,9 +187,12 @@ TEST_F(GenerationRunTest, NothingWrittenNothingToRead) {
     EXPECT_EQ(run().text, "The AI couldn't write any cards.");
     EXPECT_EQ(script.asked.size(), 1U) << "an answer without cards is no failure";
     plan.page.body = " \x01\n ";
-    EXPECT_EQ(run().text, "This page has no text yet.");
+    EXPECT_EQ(run(), (GenerationOutcome{.end = End::failed, .text = "This page has no text yet.", .problems = {}}));
     script.ready = std::unexpected(AIError::unavailable("Ollama isn't running at http://h"));
-    EXPECT_EQ(run().text, "Ollama isn't running at http://h");
+    EXPECT_EQ(
+        run(),
+        (GenerationOutcome{
+            .end = End::failed, .text = "Ollama isn't running at http://h", .problems = {}, .providerFailed = true}));
     EXPECT_EQ(script.asked.size(), 1U);
 }
 

@@ -126,6 +126,23 @@ TEST_F(FlashcardStoreTest, UndoOfARemovedOrResetCardDoesNothing) {
     EXPECT_EQ(card(reset).memory, freshMemory(kNow));
 }
 
+TEST_F(FlashcardStoreTest, SeveralCardsAreRemovedInOneChange) {
+    const CardId first = addCard();
+    const CardId second = addCard();
+    const CardId stays = addCard();
+    store_->rate(second, Rating::good, kNow);
+    std::vector<std::vector<CardId>> changes;
+    const Subscription watching =
+        store_->changed.connect([&](const std::vector<CardId>& ids) { changes.push_back(ids); });
+    EXPECT_EQ(store_->remove(std::vector{second, CardId{Uuid{}}, first}), 2U);
+    EXPECT_EQ(changes, (std::vector<std::vector<CardId>>{{first, second}}));
+    EXPECT_FALSE(store_->canUndo()) << "the rated card is gone";
+    EXPECT_EQ(store_->remove(std::vector{first}), 0U);
+    EXPECT_EQ(changes.size(), 1U) << "nothing was changed";
+    EXPECT_EQ(store_->cards().size(), 1U);
+    EXPECT_NE(store_->cards().find(stays), nullptr);
+}
+
 TEST_F(FlashcardStoreTest, RandomRatingsAndUndosEndWhereTheyBegan) {
     DroppingQueue dropping;  // sixty thousand lines of log would take most of the time
     ReviewLog log("/library/Reviews", services_, dropping);

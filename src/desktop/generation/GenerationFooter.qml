@@ -22,13 +22,7 @@ Item {
         : empty ? "" : generation.kept === 1 ? qsTr("1 card in the deck") : qsTr("%1 cards in the deck").arg(generation.kept)
 
     implicitHeight: 80
-    z: 1
 
-    Rectangle {
-        anchors { fill: parent; margins: 1 }
-        radius: 15
-        color: Theme.paper
-    }
     Divider { width: parent.width }
     RowLayout {
         anchors { fill: parent; leftMargin: 24; rightMargin: 24 }

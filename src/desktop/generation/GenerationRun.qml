@@ -16,7 +16,6 @@ ColumnLayout {
 
     GenerationProgress {
         id: header
-        z: 1
         generation: run.generation
         Layout.fillWidth: true
     }
@@ -61,14 +60,13 @@ ColumnLayout {
             }
         }
         delegate: GeneratedCard {
-            // The software renderer draws shapes that are clipped altogether.
-            visible: y + height > list.contentY && y < list.contentY + list.height
             width: list.cardWidth
             generation: run.generation
             editing: index >= 0 && list.editing === index
-            onEdit: {
-                list.editing = index;
-                Qt.callLater(() => list.positionViewAtIndex(index, ListView.Contain));
+            onEdit: list.editing = index
+            onHeightChanged: {
+                if (editing)
+                    list.positionViewAtIndex(index, ListView.Contain);
             }
             onClosed: list.editing = -1
             ListView.onAdd: {
@@ -105,14 +103,25 @@ ColumnLayout {
                 }
             }
         }
+        // Once the list has taken in what is new.
+        Timer {
+            id: scroll
+            property bool end: false
+            function to(end: bool) {
+                scroll.end = end;
+                scroll.restart();
+            }
+            interval: 0
+            onTriggered: end ? list.positionViewAtEnd() : list.positionViewAtBeginning()
+        }
         Connections {
             target: run.generation
             function onRowsInserted(parent, first) {
                 list.firstNew = first;
                 if (first > 0 && list.atYEnd && list.editing < 0)
-                    Qt.callLater(list.positionViewAtEnd);
+                    scroll.to(true);
             }
-            function onEnded() { Qt.callLater(list.positionViewAtBeginning); }
+            function onEnded() { scroll.to(false); }
             function onModelReset() { list.editing = -1; }
         }
     }

@@ -16,6 +16,7 @@ RowLayout {
     signal findAsked()
     signal panelAsked()
     signal subpageAsked()
+    signal generateAsked()
     signal pinAsked()
     signal moveAsked()
     signal expiryAsked()
@@ -85,6 +86,11 @@ RowLayout {
         onClicked: menu.popup(this, 0, height + 4)
         PopupMenu {
             id: menu
+            PopupMenuItem {
+                text: qsTr("Generate cards…")
+                iconName: "make"
+                onTriggered: bar.generateAsked()
+            }
             PopupMenuItem {
                 text: qsTr("New subpage")
                 iconName: "plus"

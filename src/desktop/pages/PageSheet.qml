@@ -20,6 +20,7 @@ FocusScope {
     signal panelAsked()
     signal moveAsked(string id)
     signal escaped()
+    signal generate()
 
     function find() { finder.ask(body.selectedText); }
     /// Brings a place of the text into view, with the cursor at it.
@@ -51,6 +52,7 @@ FocusScope {
             onMoveAsked: sheet.moveAsked(sheet.page.pageId)
             onExpiryAsked: expiry.ask()
             onTrashAsked: sheet.tree.remove(sheet.page.pageId)
+            onGenerateAsked: sheet.generate()
         }
         Divider { Layout.fillWidth: true }
 

@@ -124,6 +124,7 @@ FocusScope {
                 onPanelAsked: screen.togglePanel()
                 onMoveAsked: id => move.ask(id)
                 onEscaped: side.forceActiveFocus()
+                onGenerate: screen.generate(screen.shownPage, selection)
             }
             EmptyState {
                 anchors.centerIn: parent
