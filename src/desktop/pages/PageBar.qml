@@ -24,38 +24,33 @@ RowLayout {
 
     spacing: 4
 
-    Row {
-        Layout.fillWidth: true
-        clip: true
-        spacing: 2
-        Repeater {
-            model: bar.page.path
-            delegate: Row {
-                id: step
-                required property var modelData
-                PushButton {
-                    kind: "ghost"
-                    controlSize: 28
-                    text: step.modelData.title === "" ? qsTr("Untitled") : step.modelData.title
-                    onClicked: bar.open(step.modelData.pageId)
-                }
-                Icon {
-                    anchors.verticalCenter: parent.verticalCenter
-                    name: "right"
-                    size: 14
-                    color: Theme.ink3
-                }
+    Repeater {
+        model: bar.page.path
+        delegate: RowLayout {
+            id: step
+            required property var modelData
+            spacing: 2
+            PushButton {
+                kind: "ghost"
+                controlSize: 28
+                text: step.modelData.title === "" ? qsTr("Untitled") : step.modelData.title
+                Layout.maximumWidth: 180
+                onClicked: bar.open(step.modelData.pageId)
+            }
+            Icon {
+                name: "right"
+                size: 14
+                color: Theme.ink3
             }
         }
-        Txt {
-            height: 28
-            leftPadding: 10
-            verticalAlignment: Text.AlignVCenter
-            text: bar.page.words === 1 ? qsTr("Edited %1 · 1 word").arg(bar.page.edited)
-                                       : qsTr("Edited %1 · %2 words").arg(bar.page.edited).arg(bar.page.words)
-            size: 12
-            color: Theme.ink3
-        }
+    }
+    Txt {
+        Layout.fillWidth: true
+        Layout.leftMargin: 10
+        text: bar.page.words === 1 ? qsTr("Edited %1 · 1 word").arg(bar.page.edited)
+                                   : qsTr("Edited %1 · %2 words").arg(bar.page.edited).arg(bar.page.words)
+        size: 12
+        color: Theme.ink3
     }
     IconButton {
         iconName: "search"

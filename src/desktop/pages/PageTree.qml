@@ -108,6 +108,7 @@ FocusScope {
             iconName: "tag"
             tint: side.tree.tag === "" ? "transparent" : side.tags.colorOf(side.tree.tag)
             closable: true
+            Accessible.name: qsTr("Only pages with “%1”").arg(text)
             onClosed: side.tree.tag = ""
         }
         ListView {

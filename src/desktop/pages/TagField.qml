@@ -23,7 +23,7 @@ T.TextField {
         field.chosen = -1;
     }
 
-    implicitWidth: 120
+    implicitWidth: field.activeFocus || field.text !== "" ? 140 : 64
     implicitHeight: 28
     leftPadding: 26
     rightPadding: 8
