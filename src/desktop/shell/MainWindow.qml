@@ -81,7 +81,7 @@ ApplicationWindow {
     }
 
     WindowCommands {
-        id: commands
+        id: commandList
         desk: window.desk
         navigator: navigator
         sidebarFolded: memory.sidebarFolded
@@ -102,7 +102,7 @@ ApplicationWindow {
         onPageChosen: (place, page) => navigator.openPage(place, page)
         onNotebookChosen: notebook => navigator.openPlace(notebook)
     }
-    CommandKeys { palette: commands }
+    CommandKeys { commands: commandList }
 
     Sidebar {
         id: sidebar
@@ -114,7 +114,7 @@ ApplicationWindow {
         foldedByUser: memory.sidebarFolded
         foldable: navigator.screen !== "pages" && window.width >= 1000
         onSearch: search.show()
-        onFold: commands.foldAsked()
+        onFold: commandList.foldAsked()
     }
 
     Loader {
@@ -232,7 +232,7 @@ ApplicationWindow {
     PaletteSheet {
         id: palette
         objectName: "palette"
-        palette: commands
+        commands: commandList
     }
     // The window comes first, then the search is made ready.
     Timer {
