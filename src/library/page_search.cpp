@@ -63,6 +63,13 @@ std::optional<PageHit::Where> matchIn(const FoldedPage& page, const std::vector<
     return oneIsTag ? PageHit::Where::tag : PageHit::Where::body;
 }
 
+/// Whether what holds all words of `later` holds all of `earlier` too.
+bool narrows(const std::vector<std::string>& earlier, const std::vector<std::string>& later) {
+    return std::ranges::all_of(earlier, [&](const std::string& word) {
+        return std::ranges::any_of(later, [&](const std::string& longer) { return longer.contains(word); });
+    });
+}
+
 std::size_t firstMatch(std::string_view folded, const std::vector<std::string>& words) {
     std::size_t first = std::string_view::npos;
     for (const std::string& word : words) first = std::min(first, folded.find(word));
@@ -101,11 +108,16 @@ std::vector<PageHit> PageSearch::find(const Pages& pages, std::string_view query
     for (const std::string& word : words) needles.emplace_back(word, byteCounts_);
 
     std::vector<Match> matches;
-    for (const auto& [id, page] : pages_) {
+    std::vector<const FoldedPage*> found;
+    for (const FoldedPage* const page : candidates(words)) {
         if (stop.stop_requested()) return {};
-        const std::optional<PageHit::Where> where = matchIn(page, needles);
-        if (where) matches.push_back({*where, page.lastEdited, id});
+        const std::optional<PageHit::Where> where = matchIn(*page, needles);
+        if (!where) continue;
+        matches.push_back({*where, page->lastEdited, page->source->id});
+        found.push_back(page);
     }
+    lastWords_ = words;
+    lastFound_ = std::move(found);
     const auto kept = matches.begin() + static_cast<std::ptrdiff_t>(std::min(limit, matches.size()));
     std::ranges::partial_sort(matches, kept, [](const Match& a, const Match& b) {
         if (a.where != b.where) return a.where < b.where;
@@ -120,6 +132,14 @@ std::vector<PageHit> PageSearch::find(const Pages& pages, std::string_view query
     return hits;
 }
 
+std::vector<const PageSearch::FoldedPage*> PageSearch::candidates(const std::vector<std::string>& words) const {
+    if (!lastWords_.empty() && narrows(lastWords_, words)) return lastFound_;
+    std::vector<const FoldedPage*> all;
+    all.reserve(pages_.size());
+    for (const auto& [id, page] : pages_) all.push_back(&page);
+    return all;
+}
+
 bool PageSearch::refresh(const Pages& pages, const std::stop_token& stop) {
     ++round_;
     for (const auto& page : pages) {
@@ -127,9 +147,11 @@ bool PageSearch::refresh(const Pages& pages, const std::stop_token& stop) {
         FoldedPage& folded = pages_[page->id];
         if (folded.round == round_) continue;  // a second page of this identity
         folded.round = round_;
-        if (folded.source != page) fold(page, folded);
+        if (folded.source == page) continue;
+        lastWords_.clear();
+        fold(page, folded);
     }
-    std::erase_if(pages_, [this](const auto& page) { return page.second.round != round_; });
+    if (std::erase_if(pages_, [this](const auto& page) { return page.second.round != round_; }) > 0) lastWords_.clear();
     return true;
 }
 

@@ -74,6 +74,8 @@ private:
 
     /// False when it was stopped.
     bool refresh(const Pages& pages, const std::stop_token& stop);
+    /// Where the words may stand: what was found last when they only say more than the words before, else all pages.
+    [[nodiscard]] std::vector<const FoldedPage*> candidates(const std::vector<std::string>& words) const;
     void fold(const Pages::value_type& page, FoldedPage& folded);
     void sampleBytes(std::string_view text);
     [[nodiscard]] std::string excerptOf(PageId page, const std::vector<std::string>& words) const;
@@ -81,6 +83,8 @@ private:
     const TextServices& text_;
     std::unordered_map<PageId, FoldedPage> pages_;
     std::uint64_t round_ = 0;
+    std::vector<std::string> lastWords_;  ///< of the last search; empty once a page has changed since
+    std::vector<const FoldedPage*> lastFound_;
     /// How often each byte was met in the texts: looking for the rarest byte of a word skips most of a text.
     std::array<std::uint64_t, 256> byteCounts_{};
 };

@@ -6,11 +6,12 @@
 #include "base/text.h"
 #include "desktop/desk_rig.h"
 #include "desktop/search/command_palette.h"
+#include "desktop/search/fuzzy_match.h"
 
 namespace tessary {
 namespace {
 
-TEST(FuzzyMatchTest, TheBetterNameComesFirst) {
+TEST(FuzzyScoreTest, TheBetterNameComesFirst) {
     struct Case {
         std::string_view typed;
         std::string_view better;
@@ -21,26 +22,30 @@ TEST(FuzzyMatchTest, TheBetterNameComesFirst) {
              Case{"new", "new page", "renewal"},
              Case{"page", "all pages", "photography gear"},
              Case{"rev", "review all", "archive everything"},
-             Case{"go st", "go to study", "gone fast"},
+             Case{"gost", "go to study", "gone fast"},
              Case{"study", "study", "study group"},
              Case{"ar", "archive", "calendar"},
              Case{"ab", "ab", "!ba"},
              Case{"zz", "zigzag", "!z"},
              Case{"клет", "клетка", "!книга"},
          }) {
-        const auto good = fuzzyMatch(codePoints(typed), codePoints(better));
+        const auto good = fuzzyScore(codePoints(typed), codePoints(better));
         const bool mustMiss = worse.starts_with('!');
-        const auto bad = fuzzyMatch(codePoints(typed), codePoints(worse.substr(mustMiss ? 1 : 0)));
+        const auto bad = fuzzyScore(codePoints(typed), codePoints(worse.substr(mustMiss ? 1 : 0)));
         ASSERT_TRUE(good) << typed << " in " << better;
         EXPECT_EQ(bad.has_value(), !mustMiss) << typed << " in " << worse;
         if (bad) {
-            EXPECT_GT(good->score, bad->score) << typed << ": " << better << " before " << worse;
+            EXPECT_GT(*good, *bad) << typed << ": " << better << " before " << worse;
         }
     }
-    EXPECT_FALSE(fuzzyMatch(U"", U"anything"));
-    EXPECT_FALSE(fuzzyMatch(U"a", U""));
-    EXPECT_EQ(fuzzyMatch(U"nb", U"new notebook")->positions, (std::vector<std::size_t>{0, 8}));
-    EXPECT_EQ(fuzzyMatch(U"note", U"not a notebook")->positions, (std::vector<std::size_t>{6, 7, 8, 9}));
+    EXPECT_FALSE(fuzzyScore(U"", U"anything"));
+    EXPECT_FALSE(fuzzyScore(U"a", U""));
+    EXPECT_EQ(fuzzyPositions(U"nb", U"new notebook"), (std::vector<std::size_t>{0, 8}));
+    EXPECT_TRUE(fuzzyPositions(U"ba", U"ab").empty());
+    const std::u32string longName = std::u32string(200, U'x') + U"end";
+    EXPECT_FALSE(fuzzyScore(U"end", longName)) << "too far back";
+    EXPECT_EQ(fuzzyPositions(U"xx", longName).size(), 2U);
+    EXPECT_EQ(fuzzyPositions(U"note", U"not a notebook"), (std::vector<std::size_t>{6, 7, 8, 9}));
 }
 
 class PaletteTest : public testing::Test, public DeskRig<> {

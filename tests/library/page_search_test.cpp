@@ -137,6 +137,27 @@ TEST_F(PageSearchTest, LongLinesAreCutAtUserPerceivedCharacters) {
     EXPECT_LE(textServices.characterCount(cut), 122U);
 }
 
+TEST_F(PageSearchTest, WhatIsTypedOnLooksAtWhatWasFoundBefore) {
+    add("Tea", "green leaves");
+    add("Team", "green shirts");
+    const PageId late = add("Late", "");
+    EXPECT_EQ(found("te"), "t:Late t:Team t:Tea");
+    EXPECT_EQ(found("tea"), "t:Team t:Tea");
+    EXPECT_EQ(found("tea lea"), "b:Tea");
+    EXPECT_EQ(found("lea tea gree"), "b:Tea");
+    EXPECT_EQ(found("tea"), "t:Team t:Tea") << "a letter is taken back";
+    EXPECT_EQ(found("te"), "t:Late t:Team t:Tea");
+    EXPECT_EQ(found("teams"), "");
+    EXPECT_EQ(found("teams green"), "");
+    EXPECT_EQ(found("tea"), "t:Team t:Tea");
+    JournalEntry changed = *store->entries().find(late);
+    changed.body = "teatime";
+    ASSERT_TRUE(store->updatePage(changed));
+    EXPECT_EQ(found("teat"), "b:Late") << "it was not among those before";
+    ASSERT_TRUE(store->deletePage(late));
+    EXPECT_EQ(found("teati"), "");
+}
+
 TEST_F(PageSearchTest, AStoppedSearchFindsNothingAndTheNextOneAll) {
     add("Heat", "entropy");
     std::stop_source stop;

@@ -6,15 +6,17 @@ import Tessary.Search
 Item {
     id: keys
 
-    required property CommandPalette palette
+    required property CommandPalette commands
 
     Instantiator {
-        model: keys.palette.commands
+        // Their number, not the list itself: that would be made anew with each reset of the palette's rows.
+        model: keys.commands.commands.length
         delegate: Shortcut {
-            required property Command modelData
-            sequences: modelData.keys
-            enabled: modelData.enabled && modelData.keys.length > 0
-            onActivated: modelData.trigger()
+            required property int index
+            readonly property Command command: keys.commands.commands[index]
+            sequences: Array.from(command.keys)
+            enabled: command.enabled && command.keys.length > 0
+            onActivated: command.trigger()
         }
     }
 }

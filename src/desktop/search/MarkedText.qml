@@ -30,11 +30,11 @@ Item {
         delegate: Rectangle {
             required property rect modelData
             visible: modelData.x < marked.width && modelData.y < label.height
-            x: modelData.x - 2
+            x: modelData.x - 1
             y: modelData.y + (modelData.height - height) / 2
-            width: Math.min(modelData.width, marked.width - modelData.x) + 4
+            width: Math.min(modelData.width, marked.width - modelData.x) + 2
             height: Math.min(modelData.height, marked.size + 6)
-            radius: 4
+            radius: 3
             color: Theme.highlight
         }
     }

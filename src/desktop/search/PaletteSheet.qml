@@ -7,17 +7,17 @@ import Tessary.Search
 Finder {
     id: sheet
 
-    required property CommandPalette palette
+    required property CommandPalette commands
 
     placeholderText: qsTr("Do something, or go somewhere")
     listName: qsTr("Commands and places")
     iconName: "right"
     actionText: qsTr("go")
     emptyText: qsTr("Nothing is called like that.")
-    model: palette
-    onAboutToShow: palette.open()
-    onTextChanged: palette.query = text
-    onTaken: row => palette.run(row)
+    model: sheet.commands
+    onAboutToShow: sheet.commands.open()
+    onTextChanged: sheet.commands.query = text
+    onTaken: row => sheet.commands.run(row)
 
     delegate: FinderRow {
         id: row

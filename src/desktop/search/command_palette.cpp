@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "base/text.h"
+#include "desktop/search/fuzzy_match.h"
 #include "desktop/search/page_labels.h"
 
 namespace tessary {
@@ -13,6 +14,11 @@ constexpr std::size_t kRecent = 6;
 constexpr std::size_t kMostRows = 40;
 constexpr int kCommandsFirst = 2;  // points more than a page of the same name
 constexpr int kKeyword = 3;        // points for each letter
+
+std::u32string withoutBlanks(std::u32string text) {
+    std::erase(text, U' ');
+    return text;
+}
 
 }  // namespace
 
@@ -34,11 +40,11 @@ void CommandPalette::open() {
     std::unordered_map<NotebookId, Date> lastEdits;
     for (const JournalEntry& page : desk_->library().entries()) {
         const Date edited = lastEdited(page);
-        places_.push_back({page.id, titleOf(page).toStdString(), folded(page.title), edited});
+        places_.push_back({page.id, folded(page.title), edited});
         if (page.notebookID) lastEdits[*page.notebookID] = std::max(lastEdits[*page.notebookID], edited);
     }
     for (const Notebook& notebook : desk_->library().notebooks())
-        places_.push_back({notebook.id, notebook.name, folded(notebook.name), lastEdits[notebook.id]});
+        places_.push_back({notebook.id, folded(notebook.name), lastEdits[notebook.id]});
     std::ranges::stable_sort(places_, std::ranges::greater{}, &Place::lastEdited);
     query_.clear();
     Q_EMIT queryChanged();
@@ -56,50 +62,57 @@ std::u32string CommandPalette::folded(std::string_view text) const {
     return codePoints(searchFolded(text, desk_->ports().text));
 }
 
+std::u32string CommandPalette::typed() const { return folded(query_.simplified().toStdString()); }
+
 std::vector<CommandPalette::Row> CommandPalette::rowsNow() const {
-    const std::u32string typed = folded(query_.trimmed().toStdString());
-    return typed.empty() ? restingRows() : matchingRows(typed);
+    const std::u32string words = typed();
+    return words.empty() ? restingRows() : matchingRows(words);
 }
 
 std::vector<CommandPalette::Row> CommandPalette::restingRows() const {
     std::vector<Row> rows;
     for (const Place& place : places_) {
         if (rows.size() == kRecent) break;
-        std::visit([&](const auto& id) { rows.push_back({id, place.title, {}, 0}); }, place.id);
+        std::visit([&](const auto& id) { rows.push_back({id, 0}); }, place.id);
     }
     for (Command* const command : commands_) {
-        if (command->isOffered()) rows.push_back({command, command->title().toStdString(), {}, 0});
+        if (command->isOffered()) rows.push_back({command, 0});
     }
     return rows;
 }
 
-std::optional<FuzzyMatch> CommandPalette::matchOf(const Command& command, const std::u32string& typed) const {
-    if (auto match = fuzzyMatch(typed, folded(command.title().toStdString()))) {
-        match->score += kCommandsFirst;
-        return match;
-    }
+std::optional<int> CommandPalette::scoreOf(const Command& command, const std::u32string& typed) const {
+    if (const auto score = fuzzyScore(withoutBlanks(typed), folded(command.title().toStdString())))
+        return *score + kCommandsFirst;
     const std::u32string keywords = U' ' + folded(command.keywords().toStdString());
     if (keywords.find(U' ' + typed) == std::u32string::npos) return std::nullopt;
-    return FuzzyMatch{.score = kKeyword * static_cast<int>(typed.size()), .positions = {}};
+    return kKeyword * static_cast<int>(typed.size());
 }
 
 std::vector<CommandPalette::Row> CommandPalette::matchingRows(const std::u32string& typed) const {
     std::vector<Row> rows;
     for (Command* const command : commands_) {
-        if (!command->isOffered()) continue;
-        if (auto match = matchOf(*command, typed))
-            rows.push_back({command, command->title().toStdString(), std::move(match->positions), match->score});
+        const auto score = command->isOffered() ? scoreOf(*command, typed) : std::nullopt;
+        if (score) rows.push_back({command, *score});
     }
+    const std::u32string letters = withoutBlanks(typed);
     for (const Place& place : places_) {
-        auto match = fuzzyMatch(typed, place.folded);
-        if (!match) continue;
-        std::visit(
-            [&](const auto& id) { rows.push_back({id, place.title, std::move(match->positions), match->score}); },
-            place.id);
+        const auto score = fuzzyScore(letters, place.folded);
+        if (score) std::visit([&](const auto& id) { rows.push_back({id, *score}); }, place.id);
     }
     std::ranges::stable_sort(rows, std::ranges::greater{}, &Row::score);
     if (rows.size() > kMostRows) rows.resize(kMostRows);
     return rows;
+}
+
+std::string CommandPalette::titleOfRow(const Row& row) const {
+    if (const auto* const command = std::get_if<Command*>(&row.target)) return (*command)->title().toStdString();
+    if (const auto* const id = std::get_if<NotebookId>(&row.target)) {
+        const Notebook* const notebook = desk_->library().notebooks().find(*id);
+        return notebook == nullptr ? std::string() : notebook->name;
+    }
+    const JournalEntry* const page = desk_->library().entries().find(std::get<PageId>(row.target));
+    return page == nullptr ? std::string() : titleOf(*page).toStdString();
 }
 
 int CommandPalette::rowCount(const QModelIndex& parent) const {
@@ -115,7 +128,7 @@ QVariant CommandPalette::data(const QModelIndex& index, int role) const {
     const JournalEntry* const page = pageId == nullptr ? nullptr : desk_->library().entries().find(*pageId);
     const Notebook* const notebook = notebookId == nullptr ? nullptr : desk_->library().notebooks().find(*notebookId);
     switch (role) {
-        case TitleRole: return toQml(row.title);
+        case TitleRole: return toQml(titleOfRow(row));
         case MarksRole: return marksOf(row);
         case DetailRole:
             if (notebookId != nullptr) return tr("Notebook");
@@ -139,20 +152,21 @@ QHash<int, QByteArray> CommandPalette::roleNames() const {
 
 QVariantList CommandPalette::marksOf(const Row& row) const {
     const TextServices& text = desk_->ports().text;
-    const std::u32string foldedTitle = folded(row.title);
+    const std::string title = titleOfRow(row);
+    const std::u32string foldedTitle = folded(title);
     std::vector<TextSpan> spans;
-    for (const std::size_t at : row.met) {
+    for (const std::size_t at : fuzzyPositions(withoutBlanks(typed()), foldedTitle)) {
         std::string before;
         for (const char32_t c : std::u32string_view(foldedTitle).substr(0, at)) appendUtf8(before, c);
-        const std::size_t start = originalOffset(row.title, before.size(), text);
-        const std::size_t length = text.prefix(std::string_view(row.title).substr(start), 1).size();
+        const std::size_t start = originalOffset(title, before.size(), text);
+        const std::size_t length = text.prefix(std::string_view(title).substr(start), 1).size();
         if (!spans.empty() && spans.back().start + spans.back().length >= start) {
             spans.back().length = start + length - spans.back().start;
         } else {
             spans.push_back({.start = start, .length = length});
         }
     }
-    return toQml(spans, row.title);
+    return toQml(spans, title);
 }
 
 void CommandPalette::run(int row) {

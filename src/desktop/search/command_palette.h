@@ -2,11 +2,11 @@
 
 #include <QtCore/QAbstractListModel>
 #include <QtQml/QQmlListProperty>
+#include <optional>
 #include <variant>
 
 #include "desktop/desk/desk.h"
 #include "desktop/search/command.h"
-#include "desktop/search/fuzzy_match.h"
 
 namespace tessary {
 
@@ -56,21 +56,20 @@ private:
     /// A page or a notebook.
     struct Place {
         std::variant<PageId, NotebookId> id;
-        std::string title;
-        std::u32string folded;
+        std::u32string folded;  ///< its title
         Date lastEdited;
     };
     struct Row {
         std::variant<Command*, PageId, NotebookId> target;
-        std::string title;
-        std::vector<std::size_t> met;  ///< characters of the folded title
         int score = 0;
     };
 
     [[nodiscard]] std::vector<Row> rowsNow() const;
     [[nodiscard]] std::vector<Row> restingRows() const;
     [[nodiscard]] std::vector<Row> matchingRows(const std::u32string& typed) const;
-    [[nodiscard]] std::optional<FuzzyMatch> matchOf(const Command& command, const std::u32string& typed) const;
+    [[nodiscard]] std::optional<int> scoreOf(const Command& command, const std::u32string& typed) const;
+    [[nodiscard]] std::u32string typed() const;
+    [[nodiscard]] std::string titleOfRow(const Row& row) const;
     [[nodiscard]] std::u32string folded(std::string_view text) const;
     [[nodiscard]] QVariantList marksOf(const Row& row) const;
     void refresh();

@@ -7,16 +7,14 @@
 
 namespace tessary {
 
-/// How well what was typed stands for a name.
-struct FuzzyMatch {
-    int score = 0;  ///< the more the better
-    /// The characters that were met, in order.
-    std::vector<std::size_t> positions;
-};
+/// How well what was typed stands for a name, the more the better; absent when it does not at all.
+///
+/// All of its letters are met, in order, with anything between them. Letters at the start of words and letters that
+/// follow each other count most, so that "nn" and "newno" both mean "New notebook". Both texts are folded already, and
+/// `letters` has no blanks. Only the first 120 letters of a name are looked at.
+[[nodiscard]] std::optional<int> fuzzyScore(std::u32string_view letters, std::u32string_view name);
 
-/// All letters of `typed`, in order, with anything between them; blanks in `typed` are passed over. Letters at the
-/// start of words and letters that follow each other count most, so that "nn" and "newno" both mean "New notebook".
-/// Both texts are folded already.
-[[nodiscard]] std::optional<FuzzyMatch> fuzzyMatch(std::u32string_view typed, std::u32string_view name);
+/// Which letters of the name are met for that score, in order; none when there is no score.
+[[nodiscard]] std::vector<std::size_t> fuzzyPositions(std::u32string_view letters, std::u32string_view name);
 
 }  // namespace tessary

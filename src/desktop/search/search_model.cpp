@@ -59,26 +59,22 @@ void SearchModel::show(std::vector<std::string> words, std::vector<PageHit> hits
     rows_.clear();
     for (PageHit& hit : hits) {
         // Deleted meanwhile, it is left out.
-        if (const JournalEntry* const page = desk_->library().entries().find(hit.page))
-            rows_.push_back(rowOf(std::move(hit), *page));
+        if (auto page = desk_->library().entries().share(hit.page)) rows_.push_back({std::move(hit), std::move(page)});
     }
     endResetModel();
     Q_EMIT found();
 }
 
-SearchModel::Row SearchModel::rowOf(PageHit hit, const JournalEntry& page) const {
+QStringList SearchModel::tagsOf(const JournalEntry& page) const {
     QStringList tags;
     for (const std::string& tag : page.tags) {
-        const std::string folded = searchFolded(tag, desk_->ports().text);
-        if (std::ranges::any_of(words_, [&](const std::string& word) { return folded.contains(word); }))
-            tags.append(toQml(tag));
+        if (!searchMarks(tag, words_, desk_->ports().text).empty()) tags.append(toQml(tag));
     }
-    return {.hit = std::move(hit),
-            .title = titleOf(page).toStdString(),
-            .tags = std::move(tags),
-            .place = placeOf(page),
-            .path = pathOf(page, desk_->library()),
-            .color = colorOf(page, desk_->library())};
+    return tags;
+}
+
+QVariantList SearchModel::marksIn(const std::string& text) const {
+    return toQml(searchMarks(text, words_, desk_->ports().text), text);
 }
 
 QString SearchModel::summary() const {
@@ -94,19 +90,16 @@ int SearchModel::rowCount(const QModelIndex& parent) const {
 QVariant SearchModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
     const Row& row = rows_[static_cast<std::size_t>(index.row())];
-    const auto marks = [&](const std::string& text) {
-        return toQml(searchMarks(text, words_, desk_->ports().text), text);
-    };
     switch (role) {
         case PageIdRole: return toQml(row.hit.page);
-        case PlaceRole: return row.place;
-        case TitleRole: return toQml(row.title);
-        case TitleMarksRole: return marks(row.title);
+        case PlaceRole: return placeOf(*row.page);
+        case TitleRole: return titleOf(*row.page);
+        case TitleMarksRole: return marksIn(row.page->title);
         case ExcerptRole: return toQml(row.hit.excerpt);
-        case ExcerptMarksRole: return marks(row.hit.excerpt);
-        case TagsRole: return row.tags;
-        case PathRole: return row.path;
-        case ColorRole: return row.color;
+        case ExcerptMarksRole: return marksIn(row.hit.excerpt);
+        case TagsRole: return tagsOf(*row.page);
+        case PathRole: return pathOf(*row.page, desk_->library());
+        case ColorRole: return colorOf(*row.page, desk_->library());
         case SectionRole:
             return row.hit.where == PageHit::Where::title ? tr("Titles")
                    : row.hit.where == PageHit::Where::tag ? tr("Tags")
@@ -126,7 +119,7 @@ QString SearchModel::pageAt(int row) const {
 }
 
 QString SearchModel::placeAt(int row) const {
-    return row < 0 || row >= rowCount() ? QString() : rows_[static_cast<std::size_t>(row)].place;
+    return row < 0 || row >= rowCount() ? QString() : placeOf(*rows_[static_cast<std::size_t>(row)].page);
 }
 
 }  // namespace tessary

@@ -59,18 +59,15 @@ Q_SIGNALS:
 private:
     struct Row {
         PageHit hit;
-        std::string title;
-        QStringList tags;
-        QString place;
-        QString path;
-        QString color;
+        std::shared_ptr<const JournalEntry> page;  ///< as it was found
     };
 
     void search();
     void take(const std::string& query, std::vector<PageHit> hits);
     void show(std::vector<std::string> words, std::vector<PageHit> hits);
     [[nodiscard]] bool isBlank() const { return query_.trimmed().isEmpty(); }
-    [[nodiscard]] Row rowOf(PageHit hit, const JournalEntry& page) const;
+    [[nodiscard]] QVariantList marksIn(const std::string& text) const;
+    [[nodiscard]] QStringList tagsOf(const JournalEntry& page) const;
 
     Desk* desk_ = nullptr;
     QString query_;

@@ -105,7 +105,7 @@ ApplicationWindow {
     }
 
     WindowCommands {
-        id: commands
+        id: commandList
         desk: window.desk
         navigator: navigator
         sidebarFolded: memory.sidebarFolded
@@ -126,7 +126,7 @@ ApplicationWindow {
         onPageChosen: (place, page) => navigator.openPage(place, page)
         onNotebookChosen: notebook => navigator.openPlace(notebook)
     }
-    CommandKeys { palette: commands }
+    CommandKeys { commands: commandList }
 
     // Both go on while other screens are shown.
     LibraryExchangeModel {
@@ -151,7 +151,7 @@ ApplicationWindow {
         foldedByUser: memory.sidebarFolded
         foldable: navigator.screen !== "pages" && window.width >= 1000
         onSearch: search.show()
-        onFold: commands.foldAsked()
+        onFold: commandList.foldAsked()
     }
 
     Loader {
@@ -320,7 +320,7 @@ ApplicationWindow {
     PaletteSheet {
         id: palette
         objectName: "palette"
-        palette: commands
+        commands: commandList
     }
     // The window comes first, then the search is made ready.
     Timer {

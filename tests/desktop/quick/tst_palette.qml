@@ -17,7 +17,7 @@ ScreenTest {
             property bool mayWater: true
 
             CommandPalette {
-                id: commands
+                id: commandList
                 desk: rig.desk
                 onPageChosen: (place, page) => test.done.push(place + "/" + page)
                 onNotebookChosen: notebook => test.done.push(notebook)
@@ -35,11 +35,11 @@ ScreenTest {
             }
             CommandKeys {
                 id: keys
-                palette: commands
+                commands: commandList
             }
             PaletteSheet {
                 id: sheet
-                palette: commands
+                commands: commandList
             }
         }
     }
