@@ -24,6 +24,7 @@ ColumnLayout {
         color: Theme.ink2
         horizontalAlignment: Text.AlignHCenter
         Layout.alignment: Qt.AlignHCenter
+        Layout.fillWidth: true
         Layout.maximumWidth: 360
     }
     RowLayout {
