@@ -2,6 +2,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QKeySequence>
+#include <QtTest/QTest>
 #include <map>
 
 #include "desktop/desk_rig.h"
@@ -79,6 +80,25 @@ TEST_F(WindowTest, EveryKeyStandsOnce) {
         }
         EXPECT_GT(titles.size(), 10U);
     }
+}
+
+TEST_F(WindowTest, ANotebookLendsItsColourWhileItIsShown) {
+    Notebook green;
+    green.name = "Botany";
+    green.colorHex = "2E7D32";
+    const NotebookId botany = library().addNotebook(green);
+    const auto becomes = [this](const QColor& wanted) {
+        return QTest::qWaitFor([&] { return window().property("accent").value<QColor>() == wanted; });
+    };
+    const QColor usual = window().property("accent").value<QColor>();
+    navigator().openPlace(toQml(botany));
+    EXPECT_TRUE(becomes("#2e7d32"));
+    navigator().openStudy();
+    EXPECT_TRUE(becomes(usual));
+    navigator().openReview(toQml(addPage("Moss", botany)));
+    EXPECT_TRUE(becomes("#2e7d32"));
+    navigator().goBack();
+    EXPECT_TRUE(becomes(usual));
 }
 
 TEST_F(WindowTest, StaysOpenWhileNotEverythingIsSaved) {

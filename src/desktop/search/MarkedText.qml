@@ -25,15 +25,19 @@ Item {
         lineHeight: marked.lines > 1 ? label.lineHeight : label.implicitHeight
         marks: marked.marks
     }
+    FontMetrics {
+        id: metrics
+        font: label.font
+    }
     Repeater {
         model: layout.boxes
         delegate: Rectangle {
             required property rect modelData
             visible: modelData.x < marked.width && modelData.y < label.height
             x: modelData.x - 1
-            y: modelData.y + (modelData.height - height) / 2
+            y: modelData.y - 1
             width: Math.min(modelData.width, marked.width - modelData.x) + 2
-            height: Math.min(modelData.height, marked.size + 6)
+            height: metrics.height + 2
             radius: 3
             color: Theme.highlight
         }

@@ -79,7 +79,6 @@ FocusScope {
                 ColumnLayout {
                     Layout.fillWidth: true
                     Layout.alignment: Qt.AlignTop
-                    Layout.horizontalStretchFactor: 5
                     spacing: 16
                     DueCard {
                         Layout.fillWidth: true
