@@ -37,7 +37,8 @@ CommandPalette {
         title: qsTr("New page")
         keywords: qsTr("write note add create")
         iconName: "pen"
-        keys: commands.onShelf ? ["Ctrl+Alt+N"] : ["Ctrl+N", "Ctrl+Alt+N"]
+        // On the shelf Ctrl+N makes a notebook, in a deck a card.
+        keys: commands.onShelf || commands.navigator.screen === "deck" ? ["Ctrl+Alt+N"] : ["Ctrl+N", "Ctrl+Alt+N"]
         onTriggered: commands.pageAsked()
     }
     Command {

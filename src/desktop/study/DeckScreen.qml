@@ -34,11 +34,11 @@ FocusScope {
     }
 
     Shortcut {
-        sequence: StandardKey.Find
+        sequence: "Ctrl+F"
         onActivated: filters.searchField.forceActiveFocus(Qt.ShortcutFocusReason)
     }
     Shortcut {
-        sequence: StandardKey.New
+        sequence: "Ctrl+N"
         onActivated: form.openFor("")
     }
 

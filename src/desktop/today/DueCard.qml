@@ -43,11 +43,13 @@ Surface {
                 Layout.fillWidth: true
                 spacing: 0
                 Txt {
+                    Layout.fillWidth: true
                     text: card.today.due === 1 ? qsTr("card") : qsTr("cards")
                     size: 15
                     weight: 600
                 }
                 Txt {
+                    Layout.fillWidth: true
                     visible: text !== ""
                     text: card.today.dueTime
                     color: Theme.ink2

@@ -71,7 +71,8 @@ Surface {
                         }
                     }
                     Txt {
-                        Layout.alignment: Qt.AlignHCenter
+                        Layout.fillWidth: true
+                        horizontalAlignment: Text.AlignHCenter
                         text: day.modelData.letter
                         size: 12
                         weight: day.modelData.today ? 700 : 400

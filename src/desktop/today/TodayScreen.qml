@@ -24,8 +24,8 @@ FocusScope {
 
     Flickable {
         id: flick
-        anchors.fill: parent
-        contentHeight: all.implicitHeight + 64
+        anchors { fill: parent; topMargin: 8; bottomMargin: 8; rightMargin: 4 }
+        contentHeight: all.implicitHeight + 48
         boundsBehavior: Flickable.StopAtBounds
         clip: true
         T.ScrollBar.vertical: Scrollbar {}
@@ -33,7 +33,7 @@ FocusScope {
         ColumnLayout {
             id: all
             x: Math.max(32, (flick.width - 1120) / 2)
-            y: 28
+            y: 20
             width: flick.width - 2 * x
             spacing: 20
             opacity: today.ready ? 1 : 0
