@@ -191,7 +191,7 @@ FocusScope {
     }
 
     Shortcut {
-        sequence: StandardKey.New
+        sequence: "Ctrl+N"
         enabled: side.tree.place !== "archive"
         onActivated: side.open(side.tree.addPage(""))
     }
