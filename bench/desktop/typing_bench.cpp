@@ -3,6 +3,7 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
 #include <algorithm>
+#include <ctime>
 #include <fstream>
 #include <iostream>
 
@@ -21,15 +22,21 @@ constexpr int kKeys = 120;
 constexpr qint64 kBetweenKeys = 60;  // milliseconds
 constexpr double kNanosecondsPerMillisecond = 1e6;
 
+/// What the main thread has worked so far, in milliseconds: others on the machine don't count.
+double worked() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) * 1000 + static_cast<double>(time.tv_nsec) / kNanosecondsPerMillisecond;
+}
+
 /// One turn of the event loop after another, each timed, until the time is over.
 void turnFor(qint64 milliseconds, std::vector<double>& turns) {
     QElapsedTimer whole;
     whole.start();
     while (whole.elapsed() < milliseconds) {
-        QElapsedTimer turn;
-        turn.start();
+        const double before = worked();
         QCoreApplication::processEvents();
-        turns.push_back(static_cast<double>(turn.nsecsElapsed()) / kNanosecondsPerMillisecond);
+        turns.push_back(worked() - before);
     }
 }
 
@@ -46,13 +53,12 @@ void typeInto(QQuickWindow& window, const char* where) {
     turnFor(2000, turns);
     turns.clear();
     for (int i = 0; i < kKeys; ++i) {
-        QElapsedTimer key;
-        key.start();
+        const double before = worked();
         QKeyEvent press(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, "a");
         QCoreApplication::sendEvent(&window, &press);
         QKeyEvent release(QEvent::KeyRelease, Qt::Key_A, Qt::NoModifier, "a");
         QCoreApplication::sendEvent(&window, &release);
-        keys.push_back(static_cast<double>(key.nsecsElapsed()) / kNanosecondsPerMillisecond);
+        keys.push_back(worked() - before);
         turnFor(kBetweenKeys, turns);
     }
     std::cout << where << '\n';
@@ -95,6 +101,7 @@ int main(int argc, char** argv) {
         desk.listingChanged();
         navigator.openShelf();
         QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);  // the screen before is gone
         navigator.openPlace("all");
         typeInto(window, order);
     }

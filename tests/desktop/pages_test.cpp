@@ -142,14 +142,22 @@ TEST_F(PagesTest, SortsAsTheSettingsSayWithPinnedPagesFirst) {
         QStringList lines;
     };
     for (const Case& each : {Case{"created", true, {"a*", "Z", "M"}}, Case{"created", false, {"a*", "M", "Z"}},
-                             Case{"edited", true, {"a*", "M", "Z"}}, Case{"title", true, {"a*", "M", "Z"}},
-                             Case{"title", false, {"a*", "Z", "M"}}}) {
+                             Case{"edited", true, {"a*", "M", "Z"}}, Case{"edited", false, {"a*", "Z", "M"}},
+                             Case{"title", true, {"a*", "M", "Z"}}, Case{"title", false, {"a*", "Z", "M"}}}) {
         listing.setSortMode(each.mode);
         listing.setNewestFirst(each.newest);
         EXPECT_EQ(lines(), each.lines) << each.mode.toStdString() << each.newest;
     }
     tree_.setPinned(a, false);
     EXPECT_EQ(lines(), QStringList({"Z", "M", "a"}));
+
+    listing.setSortMode("edited");
+    EXPECT_EQ(lines().last(), "M");
+    rig_.ports.clock = ProgramClock(rig_.desk.now() + 60);
+    JournalEntry edited = at(a);
+    edited.body = "edited last";
+    ASSERT_TRUE(rig_.library().updatePage(edited));
+    EXPECT_EQ(lines().last(), "a");
 }
 
 TEST_F(PagesTest, TagsHaveColorsAreOfferedAndFilterTheTree) {

@@ -106,7 +106,7 @@ TEST_F(WindowMemoryTest, TheLastPlaceIsShownAgainAsFarAsItIsThere) {
     const std::string inNotebook = "pages " + notebook.toString();
     {
         Opened first(desk);
-        EXPECT_EQ(first.spot(), "shelf");
+        EXPECT_EQ(first.spot(), "today");
         first.navigator.openPage(toQml(notebook), toQml(page));
         first.navigator.openReview("");
         first.memory.store();
@@ -119,10 +119,10 @@ TEST_F(WindowMemoryTest, TheLastPlaceIsShownAgainAsFarAsItIsThere) {
     ASSERT_TRUE(library().deletePage(page));
     EXPECT_EQ(Opened(desk).spot(), inNotebook);
     ASSERT_TRUE(library().deleteNotebook(notebook, PagesOfNotebook::becomeLoose));
-    EXPECT_EQ(Opened(desk).spot(), "shelf");
+    EXPECT_EQ(Opened(desk).spot(), "today");
     for (const char* const nonsense : {"review", "pages", "shelf all", "cellar x y", "  "}) {
         ASSERT_TRUE(ports.settings.setText("tessary.lastPlace", nonsense));
-        EXPECT_EQ(Opened(desk).spot(), "shelf") << nonsense;
+        EXPECT_EQ(Opened(desk).spot(), "today") << nonsense;
     }
 }
 

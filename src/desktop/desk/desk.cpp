@@ -1,6 +1,7 @@
 #include "desktop/desk/desk.h"
 
 #include <QtCore/QMetaObject>
+#include <algorithm>
 #include <cmath>
 
 #include "desktop/desk/due_counts.h"
@@ -10,14 +11,16 @@ namespace {
 
 constexpr const char* kThemeKey = "tessary.theme";
 constexpr const char* kCompanionKey = "tessary.companion";
-constexpr double kDueLife = 30;  // seconds; cards fall due while nothing changes
 constexpr const char* kReduceMotionKey = "tessary.reduceMotion";
+constexpr std::size_t kMostPagesTold = 8;  // with more it is cheaper to look at all
+constexpr std::size_t kFewTexts = 1000;
+constexpr double kDueLife = 30;  // seconds; cards fall due while nothing changes
 
 }  // namespace
 
 Desk::Desk(Workspace& workspace, SystemPorts& ports, MainLoop& loop, AISystem& ai)
     : workspace_(workspace), ports_(ports), loop_(loop), ai_(ai) {
-    subscriptions_.push_back(library().changed.connect([this](const LibraryChange&) { hearLibrary(); }));
+    subscriptions_.push_back(library().changed.connect([this](const LibraryChange& change) { hearLibrary(change); }));
     subscriptions_.push_back(cards().changed.connect([this](const std::vector<CardId>&) {
         due_.reset();
         soon(cardsPending_, &Desk::cardsChanged);
@@ -30,20 +33,45 @@ void Desk::type(FunctionRef<void()> change) {
     typing_ = false;
 }
 
-void Desk::hearLibrary() {
+void Desk::listingChanged() {
+    gathered_.more = true;
+    gathered_.typed = false;
+    tellLibrary();
+}
+
+void Desk::tellLibrary() {
+    if (std::exchange(libraryPending_, true)) return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            libraryPending_ = false;
+            told_ = std::exchange(gathered_, Told{.pages = {}, .more = false, .typed = true});
+            Q_EMIT libraryChanged();
+        },
+        Qt::QueuedConnection);
+}
+
+void Desk::hearLibrary(const LibraryChange& change) {
+    for (const PageId& page : change.pages) {
+        if (gathered_.more) break;
+        if (std::ranges::find(gathered_.pages, page) == gathered_.pages.end()) gathered_.pages.push_back(page);
+        gathered_.more = gathered_.pages.size() > kMostPagesTold;
+    }
+    if (change.trash || !change.notebooks.empty() || !change.exams.empty()) gathered_.more = true;
+    if (!typing_) gathered_.typed = false;
     if (typing_ && typingPause_) {
         typingWaits_ = true;
         return;
     }
     typingWaits_ = false;
-    soon(libraryPending_, &Desk::libraryChanged);
+    tellLibrary();
     if (typing_) typingPause_ = loop_.postAfter(kTypingPause, [this] { typingPaused(); });
 }
 
 void Desk::typingPaused() {
     typingPause_.reset();
     if (!std::exchange(typingWaits_, false)) return;
-    soon(libraryPending_, &Desk::libraryChanged);
+    tellLibrary();
     typingPause_ = loop_.postAfter(kTypingPause, [this] { typingPaused(); });
 }
 
@@ -54,6 +82,13 @@ const std::unordered_map<PageId, int>& Desk::due() {
         dueAt_ = present;
     }
     return *due_;
+}
+
+const std::string& Desk::folded(std::string_view text) {
+    if (folded_.size() > 2 * library().entries().size() + kFewTexts) folded_.clear();
+    const auto [found, isNew] = folded_.try_emplace(std::string(text));
+    if (isNew) found->second = ports_.text.folded(text);
+    return found->second;
 }
 
 void Desk::offerUndo(const QString& sentence, std::function<void()> undo) {

@@ -49,7 +49,18 @@ public:
     /// Makes a change of the library that comes with each keystroke.
     void type(FunctionRef<void()> change);
     /// For what the library is shown by but does not tell of: the order of lists, the colours of tags.
-    void listingChanged() { soon(libraryPending_, &Desk::libraryChanged); }
+    void listingChanged();
+
+    /// What `libraryChanged` tells of, while it does.
+    struct Told {
+        std::vector<PageId> pages;
+        bool more = true;    ///< something else than pages, too
+        bool typed = false;  ///< nothing but what `type` changed
+    };
+    [[nodiscard]] const Told& told() const { return told_; }
+
+    /// The comparable form of a text, remembered: titles are sorted and filtered by it again and again.
+    [[nodiscard]] const std::string& folded(std::string_view text);
 
     /// Cards that wait for review, by page; at most half a minute old while no card changes.
     [[nodiscard]] const std::unordered_map<PageId, int>& due();
@@ -93,7 +104,8 @@ private:
     void tellOfSetting(std::string_view key);
     /// Emits `signal` once, however often it is asked to before the event loop comes to it.
     void soon(bool& pending, void (Desk::*signal)());
-    void hearLibrary();
+    void tellLibrary();
+    void hearLibrary(const LibraryChange& change);
     void typingPaused();
 
     Workspace& workspace_;
@@ -105,6 +117,9 @@ private:
     bool typing_ = false;  ///< the change that is being made comes from a keystroke
     bool typingWaits_ = false;  ///< and nobody has been told of it
     std::optional<DelayedTask> typingPause_;
+    Told gathered_{.pages = {}, .more = false, .typed = true};
+    Told told_;
+    std::unordered_map<std::string, std::string> folded_;
     std::optional<std::unordered_map<PageId, int>> due_;
     Date dueAt_;
     std::function<void()> undo_;

@@ -11,7 +11,8 @@ Item {
     function openAt(x: real, y: real) {
         edit.editor.forceActiveFocus(Qt.MouseFocusReason);
         menu.active = true;
-        menu.item.popup(edit, x, y);
+        const opened = menu.item as PopupMenu;
+        opened.popup(edit, x, y);
     }
     /// For the menu key.
     function openAtCursor() {

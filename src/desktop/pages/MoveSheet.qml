@@ -27,11 +27,11 @@ Sheet {
         else
             sheet.tree.moveToNotebook(targets.pageId, target);
     }
-    function takeCurrent() {
-        const chosen = targets.at(Math.max(0, list.currentIndex));
-        if (chosen.target)
-            sheet.take(chosen.target, chosen.isPage);
+    function takeRow(row: var) {
+        if (row.target)
+            sheet.take(row.target, row.isPage);
     }
+    function takeCurrent() { sheet.takeRow(targets.at(Math.max(0, list.currentIndex))); }
 
     sheetWidth: 480
     iconName: "arrow"

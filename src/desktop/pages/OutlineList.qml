@@ -19,7 +19,11 @@ ListView {
     T.ScrollBar.vertical: Scrollbar {}
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Outline")
-    Keys.onReturnPressed: if (currentItem) currentItem.clicked()
+    Keys.onReturnPressed: {
+        const line = currentItem as MenuRow;
+        if (line)
+            line.clicked();
+    }
 
     delegate: MenuRow {
         id: line

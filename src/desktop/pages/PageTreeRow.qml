@@ -29,8 +29,15 @@ T.ItemDelegate {
     signal dropped()
     signal dragGivenUp()
 
-    readonly property var marks: [pinned ? qsTr("pinned") : "", favorite ? qsTr("favorite") : "",
-        archived ? qsTr("archived") : "", expired ? qsTr("expired") : "", due > 0 ? qsTr("%1 due").arg(due) : ""]
+    readonly property string spoken: {
+        const all = [title, pinned ? qsTr("pinned") : "", favorite ? qsTr("favorite") : "",
+            archived ? qsTr("archived") : "", expired ? qsTr("expired") : "", due > 0 ? qsTr("%1 due").arg(due) : ""];
+        return all.filter(Boolean).join(", ");
+    }
+    readonly property var icons: {
+        const all = [expired ? "clock" : "", archived ? "archive" : "", favorite ? "star" : "", pinned ? "pin" : ""];
+        return all.filter(Boolean);
+    }
 
     implicitHeight: 32
     leftPadding: 8 + depth * 16
@@ -41,7 +48,7 @@ T.ItemDelegate {
     text: title
 
     Accessible.role: Accessible.TreeItem
-    Accessible.name: [title].concat(marks).filter(Boolean).join(", ")
+    Accessible.name: spoken
     Accessible.selected: selected
     Accessible.onPressAction: row.clicked()
 
@@ -109,8 +116,7 @@ T.ItemDelegate {
             Accessible.ignored: true
         }
         Repeater {
-            model: [row.expired ? "clock" : "", row.archived ? "archive" : "", row.favorite ? "star" : "",
-                row.pinned ? "pin" : ""].filter(Boolean)
+            model: row.icons
             delegate: Icon {
                 required property string modelData
                 name: modelData

@@ -79,7 +79,7 @@ FocusScope {
         onActivated: screen.togglePanel()
     }
     Shortcut {
-        sequence: StandardKey.Find
+        sequence: "Ctrl+F"
         enabled: current.exists
         onActivated: sheet.find()
     }

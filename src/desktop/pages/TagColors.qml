@@ -10,6 +10,8 @@ T.Popup {
     required property PageTags tags
     property string tag
     property string color
+    readonly property var none: [{ color: "", name: qsTr("No color") }]
+    readonly property var colors: none.concat(tags.palette)
     signal showAsked(string tag)
     signal removeAsked(string tag)
 
@@ -36,7 +38,7 @@ T.Popup {
             padding: 8
             spacing: 6
             Repeater {
-                model: [{ color: "", name: qsTr("No color") }].concat(popup.tags.palette)
+                model: popup.colors
                 delegate: T.AbstractButton {
                     id: dot
                     required property var modelData

@@ -18,7 +18,7 @@ void PageTreeModel::setDesk(Desk* desk) {
     if (desk_ != nullptr) desk_->disconnect(this);
     desk_ = desk;
     if (desk_ != nullptr) {
-        connect(desk_, &Desk::libraryChanged, this, &PageTreeModel::refresh);
+        connect(desk_, &Desk::libraryChanged, this, &PageTreeModel::followLibrary);
         connect(desk_, &Desk::cardsChanged, this, &PageTreeModel::refresh);
     }
     Q_EMIT deskChanged();
@@ -84,8 +84,26 @@ QString PageTreeModel::headingNow() const {
     return found == nullptr ? tr("All pages") : toQml(found->name);
 }
 
+/// Whether the rows show the page as it is now. Order by the last edit: it stands first already.
+bool PageTreeModel::showsAlready(PageId id) const {
+    const JournalEntry* const now = desk_->library().entries().find(id);
+    const auto before = std::ranges::find(shown_, id, [](const auto& page) { return page->id; });
+    if (now == nullptr || before == shown_.end() || !isListedAlike(*now, **before)) return false;
+    if (desk_->library().sortMode() != EntrySortMode::edited) return true;
+    return desk_->library().sortOrder() == SortOrder::newest && !rows_.empty() && rows_.front().id == id;
+}
+
+void PageTreeModel::followLibrary() {
+    const Desk::Told& told = desk_->told();
+    const bool alike = !told.more && pinned_ == desk_->library().pinnedPages() &&
+                       std::ranges::all_of(told.pages, [this](PageId page) { return showsAlready(page); });
+    if (!alike) refresh();
+}
+
 void PageTreeModel::refresh() {
     if (desk_ == nullptr) return;
+    shown_ = desk_->library().entries().snapshot();
+    pinned_ = desk_->library().pinnedPages();
     replaceRows(pageTreeRows(*desk_, query_));
     heading_ = headingNow();
     const auto id = query_.notebook();

@@ -90,6 +90,8 @@ Q_SIGNALS:
 
 private:
     void refresh();
+    void followLibrary();
+    [[nodiscard]] bool showsAlready(PageId page) const;
     void replaceRows(std::vector<PageTreeRow> rows);
     [[nodiscard]] const JournalEntry* find(const QString& page) const;
     [[nodiscard]] QString headingNow() const;
@@ -105,6 +107,8 @@ private:
     QString heading_;
     QString color_;
     std::vector<PageTreeRow> rows_;
+    std::vector<PageId> pinned_;
+    RecordList<JournalEntry>::Snapshot shown_;  ///< the library as the rows show it
 };
 
 }  // namespace tessary

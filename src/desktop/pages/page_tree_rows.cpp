@@ -24,10 +24,10 @@ std::vector<const JournalEntry*> listedPages(Desk& desk, const PageTreeQuery& qu
     for (const JournalEntry& page : desk.library().entries()) {
         if (!isIn(page, query.place, notebook)) continue;
         if (!tag.empty() && std::ranges::find(page.tags, tag) == page.tags.end()) continue;
-        if (!wanted.empty() && !text.folded(page.title).contains(wanted)) continue;
+        if (!wanted.empty() && !desk.folded(page.title).contains(wanted)) continue;
         pages.push_back(&page);
     }
-    desk.library().sortForListing(pages, [&](std::string_view title) { return text.folded(title); });
+    desk.library().sortForListing(pages, [&](std::string_view title) { return desk.folded(title); });
     return pages;
 }
 
@@ -45,6 +45,12 @@ PageTreeRow rowOf(const JournalEntry& page, std::size_t depth) {
 }
 
 }  // namespace
+
+bool isListedAlike(const JournalEntry& a, const JournalEntry& b) {
+    return a.title == b.title && a.date == b.date && a.tags == b.tags && a.isFavorite == b.isFavorite &&
+           a.isArchived == b.isArchived && a.notebookID == b.notebookID && a.parentID == b.parentID &&
+           a.expirationDate == b.expirationDate;
+}
 
 std::vector<PageTreeRow> pageTreeRows(Desk& desk, const PageTreeQuery& query) {
     const auto& due = desk.due();

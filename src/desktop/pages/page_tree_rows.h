@@ -34,6 +34,9 @@ struct PageTreeRow {
     friend bool operator==(const PageTreeRow&, const PageTreeRow&) = default;
 };
 
+/// Whether what a tree shows is the same, but for the order by the last edit.
+[[nodiscard]] bool isListedAlike(const JournalEntry& a, const JournalEntry& b);
+
 [[nodiscard]] std::vector<PageTreeRow> pageTreeRows(Desk& desk, const PageTreeQuery& query);
 
 }  // namespace tessary

@@ -10,7 +10,9 @@ void SidebarModel::setDesk(Desk* desk) {
     if (desk == desk_) return;
     desk_ = desk;
     if (desk_ != nullptr) {
-        connect(desk_, &Desk::libraryChanged, this, &SidebarModel::refresh);
+        connect(desk_, &Desk::libraryChanged, this, [this] {
+            if (!desk_->told().typed) refresh();  // no title or text is shown
+        });
         connect(desk_, &Desk::cardsChanged, this, &SidebarModel::refresh);
     }
     Q_EMIT deskChanged();
@@ -35,12 +37,23 @@ void SidebarModel::refresh() {
     }
     trashed_ = static_cast<int>(desk_->library().trash().size());
     untouched_ = isUntouched(desk_->workspace());
-    const bool sameRows = std::ranges::equal(rows, rows_, {}, &Row::id, &Row::id);
-    if (!sameRows) beginResetModel();
-    rows_ = std::move(rows);
-    if (!sameRows) endResetModel();
-    if (sameRows && !rows_.empty()) Q_EMIT dataChanged(index(0), index(rowCount() - 1));
+    take(std::move(rows));
     Q_EMIT refreshed();
+}
+
+void SidebarModel::take(std::vector<Row> rows) {
+    if (!std::ranges::equal(rows, rows_, {}, &Row::id, &Row::id)) {
+        beginResetModel();
+        rows_ = std::move(rows);
+        endResetModel();
+        return;
+    }
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        if (rows_[i] == rows[i]) continue;
+        rows_[i] = std::move(rows[i]);
+        const QModelIndex changed = index(static_cast<int>(i));
+        Q_EMIT dataChanged(changed, changed);
+    }
 }
 
 int SidebarModel::rowCount(const QModelIndex& parent) const {

@@ -52,6 +52,7 @@ private:
     };
 
     void refresh();
+    void take(std::vector<Row> rows);
 
     Desk* desk_ = nullptr;
     std::vector<Row> rows_;
