@@ -9,6 +9,7 @@
 #include "desktop/search/command_palette.h"
 #include "desktop/shell/navigator.h"
 #include "desktop/window.h"
+#include "library/library_exchange.h"
 
 namespace tessary {
 namespace {
@@ -80,6 +81,54 @@ TEST_F(WindowTest, EveryKeyStandsOnce) {
         }
         EXPECT_GT(titles.size(), 10U);
     }
+}
+
+TEST_F(WindowTest, CommandsDoWhatTheirNamesSayWhereTheyCan) {
+    auto& commands = *window().findChild<CommandPalette*>();
+    auto list = commands.commandsForQml();
+    const auto command = [&](const QString& title) -> Command& {
+        for (qsizetype i = 0; i < list.count(&list); ++i) {
+            if (list.at(&list, i)->title() == title) return *list.at(&list, i);
+        }
+        throw std::invalid_argument("no command " + title.toStdString());
+    };
+    const auto shown = [&](const QString& title) {
+        return QTest::qWaitFor([&] {
+            return std::ranges::any_of(window().findChildren<QObject*>(), [&](const QObject* each) {
+                return each->property("visible").toBool() && each->property("title").toString() == title;
+            });
+        });
+    };
+    Command& generate = command("Generate cards for this page…");
+    navigator().openShelf();
+    EXPECT_FALSE(generate.isOffered());
+    navigator().openPlace(toQml(notebook_));
+    EXPECT_TRUE(generate.isOffered());
+    generate.trigger();
+    EXPECT_TRUE(shown("Generate cards"));
+
+    command("Open the deck").trigger();
+    EXPECT_EQ(navigator().deck(), toQml(notebook_));
+    navigator().openPlace("favorites");
+    command("Open the deck").trigger();
+    EXPECT_EQ(navigator().deck(), "all");
+    EXPECT_FALSE(command("Open the deck").isOffered());
+
+    for (const auto& [name, title] : {std::pair("Export all pages as JSON…", "Export all pages as JSON"),
+                                      std::pair("Export all pages as Markdown…", "Export all pages as Markdown"),
+                                      std::pair("Export all cards…", "Export all cards"),
+                                      std::pair("Import notes…", "Choose a folder of notes to import"),
+                                      std::pair("Import backup…", "Choose a Tessary JSON backup to import"),
+                                      std::pair("Import cards…", "Choose a deck file to import")}) {
+        command(name).trigger();
+        EXPECT_TRUE(shown(title)) << name;
+    }
+    command("Back up now").trigger();
+    EXPECT_FALSE(command("Import notes…").isOffered()) << "one thing at a time";
+    const auto backup = autoBackupFile(paths.documents, workspace->services());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(backup); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return command("Import notes…").isOffered(); }));
+    EXPECT_EQ(problems_, std::vector<std::string>{});
 }
 
 TEST_F(WindowTest, ANotebookLendsItsColourWhileItIsShown) {

@@ -109,6 +109,8 @@ ApplicationWindow {
         desk: window.desk
         navigator: navigator
         sidebarFolded: memory.sidebarFolded
+        hasPage: (content.item as PagesScreen)?.hasPage ?? false
+        exchangeIsFree: !libraryExchange.busy
         onPaletteAsked: palette.show()
         onSearchAsked: search.show()
         onNotebookAsked: {
@@ -120,6 +122,10 @@ ApplicationWindow {
                 navigator.openPlace("all")
             window.pageWanted()
         }
+        onGenerationAsked: (content.item as PagesScreen).generateCards()
+        onExportAsked: kind => exchangeDialogs.askExport(kind)
+        onImportAsked: kind => exchangeDialogs.askImport(kind)
+        onBackupAsked: libraryExchange.backUp()
         onFoldAsked: memory.sidebarFolded = !memory.sidebarFolded
         onThemeAsked: theme => window.desk.theme = theme
         onQuitAsked: window.close()
@@ -133,6 +139,10 @@ ApplicationWindow {
         id: libraryExchange
         desk: window.desk
         onFinished: sentence => toasts.show(sentence, "", null)
+    }
+    ExchangeDialogs {
+        id: exchangeDialogs
+        exchange: libraryExchange
     }
     LibraryCareModel {
         id: libraryCare
@@ -265,6 +275,7 @@ ApplicationWindow {
                 pane: navigator.place
                 exchange: libraryExchange
                 care: libraryCare
+                commands: commandList.commands
             }
         }
     }
