@@ -2,6 +2,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QKeySequence>
+#include <QtQuick/QQuickItem>
 #include <QtTest/QTest>
 #include <map>
 
@@ -192,6 +193,26 @@ TEST_F(WindowTest, WhatIsDeletedWhileItIsShownIsNotMissed) {
     QCoreApplication::processEvents();
     EXPECT_EQ(problems_, std::vector<std::string>{});
     EXPECT_FALSE(library().trash().empty());
+}
+
+TEST(TroubleWindowTest, SaysWhatIsWrongUntilItIsClosed) {
+    QQmlApplicationEngine engine;
+    load(engine, "Tessary.Shell", "TroubleWindow",
+         {{"headline", "Tessary is already open"},
+          {"sentence", "Another program (process 4711) has this library open. Close it there and try again."}});
+    ASSERT_FALSE(engine.rootObjects().isEmpty());
+    auto& window = *qobject_cast<QQuickWindow*>(engine.rootObjects().front());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    for (const char* const text : {"Tessary is already open", "Close",
+                                   "Another program (process 4711) has this library "
+                                   "open. Close it there and try again."}) {
+        const auto items = window.findChildren<QQuickItem*>();
+        const auto item = std::ranges::find_if(items, [&](auto* each) { return each->property("text") == text; });
+        ASSERT_NE(item, items.end()) << text;
+        EXPECT_LT((*item)->mapToScene(QPointF(0, (*item)->height())).y(), window.height()) << text << " is cut off";
+    }
+    QTest::keyClick(&window, Qt::Key_Return);
+    EXPECT_FALSE(window.isVisible());
 }
 
 }  // namespace
