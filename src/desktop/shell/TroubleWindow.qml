@@ -30,13 +30,15 @@ ApplicationWindow {
         value: window.theme === "dark" || (window.theme === "system" && systemPalette.window.hslLightness < 0.5)
     }
     Shortcut {
-        sequences: ["Escape", StandardKey.Quit, StandardKey.Close]
+        sequences: ["Escape", "Ctrl+Q", "Ctrl+W"]
         onActivated: window.close()
     }
 
     ColumnLayout {
         id: body
-        anchors { left: parent.left; right: parent.right; top: parent.top; margins: 24 }
+        x: 24
+        y: 24
+        width: window.width - 48
         spacing: 20
 
         RowLayout {

@@ -28,8 +28,8 @@ CommandPalette {
     readonly property bool reviewing: navigator.screen === "review"
     readonly property bool onShelf: navigator.screen === "shelf"
     /// The cards of the notebook that is shown, else all.
-    readonly property string deckHere: ["", "favorites", "archive"].includes(navigator.place)
-                                       || navigator.screen !== "pages" ? "all" : navigator.place
+    readonly property string deckHere: navigator.screen !== "pages" || navigator.place === "favorites"
+                                       || navigator.place === "archive" ? "all" : navigator.place
 
     Command {
         title: qsTr("Commands")
