@@ -1,6 +1,7 @@
 #include <QtCore/QCommandLineParser>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QIcon>
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 
@@ -28,12 +29,31 @@ int fail(const std::string& sentence) {
     return 1;
 }
 
+/// Says on the screen, too, why there is no library to show; until the user closes that.
+int showTrouble(const QString& headline, const std::string& sentence, const std::string& theme = "system") {
+    QQmlApplicationEngine engine;
+    load(engine, "Tessary.Shell", "TroubleWindow",
+         {{"headline", headline},
+          {"sentence", QString::fromStdString(sentence)},
+          {"theme", QString::fromStdString(theme)}});
+    const int code = fail(sentence);
+    if (!engine.rootObjects().isEmpty()) QGuiApplication::exec();
+    return code;
+}
+
+int showUnopened(const AppPaths& paths, SystemPorts& ports, const std::string& sentence) {
+    const auto lock = ports.files.lock(paths.library.base);
+    const bool isOpenElsewhere = !lock && lock.error().heldByOther;
+    return showTrouble(isOpenElsewhere ? "Tessary is already open" : "Your library can’t be opened", sentence,
+                       ports.settings.text("tessary.theme").value_or("system"));
+}
+
 /// The window on one library, until it is closed. What is pending is saved before it returns.
 int showLibrary(const AppPaths& paths, const QString& startAt) {
     SystemPorts ports(paths, std::nullopt, std::cerr);
     QtMainLoop loop;
     auto workspace = Workspace::open(paths, ports.forWorkspace(environmentValue, loop), WorkspaceUse::change);
-    if (!workspace) return fail(workspace.error());
+    if (!workspace) return showUnopened(paths, ports, workspace.error());
     AISystem ai({.files = ports.files, .ids = ports.ids, .text = ports.text}, environmentValue);
     int code = 0;
     {
@@ -60,6 +80,39 @@ QIcon windowIcon() {
     return icon;
 }
 
+/// Without a display Qt would abort.
+bool hasDisplay(int argc, char** argv) {
+    for (const char* const name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
+        if (!environmentValue(name).value_or("").empty()) return true;
+    }
+    const auto namesOne = [](std::string_view argument) {
+        return argument.ends_with("-platform") || argument.ends_with("-display");
+    };
+    return std::any_of(argv + 1, argv + argc, namesOne);
+}
+
+class CommandLine {
+public:
+    CommandLine() {
+        parser_.setApplicationDescription("A study notebook: pages, cards, and reviews just before you would forget.");
+        parser_.addHelpOption();
+        parser_.addVersionOption();
+        parser_.addOptions({home_, gallery_, review_});
+    }
+    /// Ends the program when help or the version is asked for, or what is not known.
+    void read(const QCoreApplication& app) { parser_.process(app); }
+
+    [[nodiscard]] QString home() const { return parser_.value(home_); }
+    [[nodiscard]] bool wantsGallery() const { return parser_.isSet(gallery_); }
+    [[nodiscard]] QString startAt() const { return parser_.isSet(review_) ? "review" : ""; }
+
+private:
+    QCommandLineParser parser_;
+    QCommandLineOption home_{"home", "Keep everything below this folder instead of the usual places.", "DIR"};
+    QCommandLineOption gallery_{"gallery", "Show every control of the program."};
+    QCommandLineOption review_{"review", "Begin with the reviews of today."};
+};
+
 }  // namespace
 }  // namespace tessary
 
@@ -69,20 +122,17 @@ int main(int argc, char** argv) {
     QGuiApplication::setApplicationVersion(TESSARY_VERSION);
     QGuiApplication::setDesktopFileName("com.tessary.Tessary");
     tessary::chooseLook();
+    tessary::CommandLine line;
+    if (!tessary::hasDisplay(argc, argv)) {
+        line.read(QCoreApplication(argc, argv));
+        return tessary::fail("There is no display for the window here. In a terminal, use “tessary-cli review”.");
+    }
     const QGuiApplication app(argc, argv);
-    QCommandLineParser parser;
-    parser.setApplicationDescription("A study notebook: pages, cards, and reviews just before you would forget.");
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption home("home", "Keep everything below this folder instead of the usual places.", "DIR");
-    const QCommandLineOption gallery("gallery", "Show every control of the program.");
-    const QCommandLineOption review("review", "Begin with the reviews of today.");
-    parser.addOptions({home, gallery, review});
-    parser.process(app);
+    line.read(app);
     QGuiApplication::setWindowIcon(tessary::windowIcon());
     const tessary::EndingSignals signalsEndTheLoop;
-    if (parser.isSet(gallery)) return tessary::showGallery();
-    const auto paths = tessary::findPaths(parser.value(home));
-    if (!paths) return tessary::fail(paths.error());
-    return tessary::showLibrary(*paths, parser.isSet(review) ? "review" : "");
+    if (line.wantsGallery()) return tessary::showGallery();
+    const auto paths = tessary::findPaths(line.home());
+    if (!paths) return tessary::showTrouble("Your library can’t be found", paths.error());
+    return tessary::showLibrary(*paths, line.startAt());
 }

@@ -197,6 +197,7 @@ std::expected<void, Refusal> writeAutoBackup(const JournalStore& store, const fs
     if (!store.loadProblems().empty()) {
         return std::unexpected(Refusal("No backup is made while a file of the library cannot be read."));
     }
+    if (store.entries().empty()) return {};
     const std::expected<std::string, Refusal> content = exportedJson(store);
     if (!content) return std::unexpected(content.error());
     if (const FileResult<void> made = services.files.createFolders(autoBackupFolder(documents)); !made) {

@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
+#include <QtGui/QImage>
 #include <QtTest/QSignalSpy>
 
 #include "desktop/desk_rig.h"
+#include "desktop/shelf/cover_painter.h"
 #include "desktop/shelf/notebook_draft.h"
 
 namespace tessary {
@@ -140,6 +143,81 @@ TEST_F(ShelfTest, ADraftMakesANotebookAndRestylesItWithoutLosingTheRest) {
     EXPECT_EQ(saved.subtitle, "Year 2");
     EXPECT_EQ(saved.pattern, CoverPattern::waves);
     EXPECT_TRUE(saved.isPinned);
+}
+
+TEST_F(ShelfTest, ACoverPictureIsChosenChangedAndTakenOff) {
+    const auto picture = [&](const char* name, const QColor& color) {
+        const QString path = QString::fromStdString((home / name).string());
+        QImage image(40, 10, QImage::Format_RGB32);
+        image.fill(color);
+        EXPECT_TRUE(image.save(path));
+        return path;
+    };
+    const QString red = picture("red.png", Qt::red);
+    const QString blue = picture("blue.png", Qt::blue);
+    NotebookDraft draft;
+    draft.setProperty("shelf", QVariant::fromValue(&shelf_));
+    const QString id = toQml(addNotebook("Physics", 0));
+    const auto saved = [&] { return shelf_.lookOf(id)["coverImage"].toString(); };
+
+    draft.begin(id);
+    draft.chooseCoverImage(QUrl::fromLocalFile(red));
+    EXPECT_EQ(draft.coverImage(), red);
+    EXPECT_EQ(saved(), "");  // not before `save`
+    draft.save();
+    const QString copy = saved();
+    EXPECT_TRUE(copy.startsWith(toQml(library().mediaFolder(MediaKind::cover).string())));
+    QFile::remove(red);
+    EXPECT_EQ(QImage(copy).pixelColor(0, 0), Qt::red);
+
+    draft.begin(id);
+    draft.setProperty("subtitle", "Year 2");
+    draft.save();
+    EXPECT_EQ(saved(), copy);  // nothing is copied anew
+    draft.chooseCoverImage(QUrl::fromLocalFile(blue));
+    draft.save();
+    EXPECT_EQ(QImage(saved()).pixelColor(0, 0), Qt::blue);
+
+    const QString note = QString::fromStdString((home / "note.png").string());
+    QFile file(note);
+    ASSERT_TRUE(file.open(QFile::WriteOnly) && file.write("no picture") > 0);
+    file.close();
+    draft.begin(id);
+    draft.chooseCoverImage(QUrl::fromLocalFile(note));
+    EXPECT_EQ(refused_, "“note.png” is not a picture that can be shown.");
+    EXPECT_EQ(draft.coverImage(), saved());
+    draft.removeCoverImage();
+    draft.save();
+    EXPECT_EQ(saved(), "");
+    EXPECT_FALSE(library().notebooks().find(fromQml<NotebookId>(id))->coverImageFilename);
+}
+
+TEST_F(ShelfTest, ACoverShowsTheMiddleOfItsPictureAndIsPlainWithoutIt) {
+    const std::string path = (home / "wide.png").string();
+    QImage image(900, 100, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    for (int x = 400; x < 500; ++x) {
+        for (int y = 0; y < image.height(); ++y) image.setPixelColor(x, y, Qt::green);
+    }
+    ASSERT_TRUE(image.save(QString::fromStdString(path)));
+    CoverLook look;
+    look.color = Qt::blue;
+    look.labelStyle = CoverLabelStyle::embossed;
+    look.imagePath = QString::fromStdString(path);
+    constexpr int kWidth = 144;
+    const CoverPicture cover = paintCover(look, kWidth);
+    const QPoint low = QPoint(70, 170) - cover.frame.topLeft();  // below the label
+    const QColor pictured = cover.image.pixelColor(low);
+    EXPECT_GT(pictured.green(), 180);
+    EXPECT_LT(pictured.red() + pictured.blue(), 60);
+
+    CoverLook patterned = look;
+    patterned.pattern = CoverPattern::checks;
+    EXPECT_EQ(paintCover(patterned, kWidth).image, cover.image);
+    std::filesystem::remove(path);
+    CoverLook plain = look;
+    plain.imagePath.clear();
+    EXPECT_EQ(paintCover(look, kWidth).image, paintCover(plain, kWidth).image);
 }
 
 TEST_F(ShelfTest, ALookOfAnotherProgramStaysUsable) {

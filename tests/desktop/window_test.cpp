@@ -2,6 +2,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QKeySequence>
+#include <QtQuick/QQuickItem>
 #include <QtTest/QTest>
 #include <map>
 
@@ -9,6 +10,7 @@
 #include "desktop/search/command_palette.h"
 #include "desktop/shell/navigator.h"
 #include "desktop/window.h"
+#include "library/library_exchange.h"
 
 namespace tessary {
 namespace {
@@ -82,6 +84,54 @@ TEST_F(WindowTest, EveryKeyStandsOnce) {
     }
 }
 
+TEST_F(WindowTest, CommandsDoWhatTheirNamesSayWhereTheyCan) {
+    auto& commands = *window().findChild<CommandPalette*>();
+    auto list = commands.commandsForQml();
+    const auto command = [&](const QString& title) -> Command& {
+        for (qsizetype i = 0; i < list.count(&list); ++i) {
+            if (list.at(&list, i)->title() == title) return *list.at(&list, i);
+        }
+        throw std::invalid_argument("no command " + title.toStdString());
+    };
+    const auto shown = [&](const QString& title) {
+        return QTest::qWaitFor([&] {
+            return std::ranges::any_of(window().findChildren<QObject*>(), [&](const QObject* each) {
+                return each->property("visible").toBool() && each->property("title").toString() == title;
+            });
+        });
+    };
+    Command& generate = command("Generate cards for this page…");
+    navigator().openShelf();
+    EXPECT_FALSE(generate.isOffered());
+    navigator().openPlace(toQml(notebook_));
+    EXPECT_TRUE(generate.isOffered());
+    generate.trigger();
+    EXPECT_TRUE(shown("Generate cards"));
+
+    command("Open the deck").trigger();
+    EXPECT_EQ(navigator().deck(), toQml(notebook_));
+    navigator().openPlace("favorites");
+    command("Open the deck").trigger();
+    EXPECT_EQ(navigator().deck(), "all");
+    EXPECT_FALSE(command("Open the deck").isOffered());
+
+    for (const auto& [name, title] : {std::pair("Export all pages as JSON…", "Export all pages as JSON"),
+                                      std::pair("Export all pages as Markdown…", "Export all pages as Markdown"),
+                                      std::pair("Export all cards…", "Export all cards"),
+                                      std::pair("Import notes…", "Choose a folder of notes to import"),
+                                      std::pair("Import backup…", "Choose a Tessary JSON backup to import"),
+                                      std::pair("Import cards…", "Choose a deck file to import")}) {
+        command(name).trigger();
+        EXPECT_TRUE(shown(title)) << name;
+    }
+    command("Back up now").trigger();
+    EXPECT_FALSE(command("Import notes…").isOffered()) << "one thing at a time";
+    const auto backup = autoBackupFile(paths.documents, workspace->services());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(backup); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return command("Import notes…").isOffered(); }));
+    EXPECT_EQ(problems_, std::vector<std::string>{});
+}
+
 TEST_F(WindowTest, ANotebookLendsItsColourWhileItIsShown) {
     Notebook green;
     green.name = "Botany";
@@ -143,6 +193,26 @@ TEST_F(WindowTest, WhatIsDeletedWhileItIsShownIsNotMissed) {
     QCoreApplication::processEvents();
     EXPECT_EQ(problems_, std::vector<std::string>{});
     EXPECT_FALSE(library().trash().empty());
+}
+
+TEST(TroubleWindowTest, SaysWhatIsWrongUntilItIsClosed) {
+    QQmlApplicationEngine engine;
+    load(engine, "Tessary.Shell", "TroubleWindow",
+         {{"headline", "Tessary is already open"},
+          {"sentence", "Another program (process 4711) has this library open. Close it there and try again."}});
+    ASSERT_FALSE(engine.rootObjects().isEmpty());
+    auto& window = *qobject_cast<QQuickWindow*>(engine.rootObjects().front());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    for (const char* const text : {"Tessary is already open", "Close",
+                                   "Another program (process 4711) has this library "
+                                   "open. Close it there and try again."}) {
+        const auto items = window.findChildren<QQuickItem*>();
+        const auto item = std::ranges::find_if(items, [&](auto* each) { return each->property("text") == text; });
+        ASSERT_NE(item, items.end()) << text;
+        EXPECT_LT((*item)->mapToScene(QPointF(0, (*item)->height())).y(), window.height()) << text << " is cut off";
+    }
+    QTest::keyClick(&window, Qt::Key_Return);
+    EXPECT_FALSE(window.isVisible());
 }
 
 }  // namespace

@@ -54,7 +54,8 @@ TEST_F(LibraryExchangeTest, AnEmptyLibraryHasNothingToExport) {
     const JournalStore store = makeStore();
     EXPECT_EQ(exportedJson(store).error(), kNothingToExport);
     EXPECT_EQ(exportedMarkdown(store).error(), kNothingToExport);
-    EXPECT_EQ(writeAutoBackup(store, "/documents", services).error(), kNothingToExport);
+    EXPECT_TRUE(writeAutoBackup(store, "/documents", services)) << "it needs no backup";
+    EXPECT_FALSE(exists(files, "/documents"));
 }
 
 TEST_F(LibraryExchangeTest, MarkdownPutsSubpagesAfterTheirParents) {
@@ -134,13 +135,17 @@ TEST_F(LibraryExchangeTest, AFailedExportGoesToTheConsole) {
 
 TEST_F(LibraryExchangeTest, TheBackupOfADayIsReplaced) {
     JournalStore store = makeStore();
-    ASSERT_TRUE(store.addPage(page("One")));
+    const auto one = store.addPage(page("One"));
     ASSERT_TRUE(writeAutoBackup(store, "/documents", services));
-    ASSERT_TRUE(store.addPage(page("Two")));
+    const auto two = store.addPage(page("Two"));
     ASSERT_TRUE(writeAutoBackup(store, "/documents", services));
     const std::string name = "Tessary-" + dayKey(calendar.civilTime(clock.now()).day) + ".json";
     EXPECT_EQ(files.list("/documents/Tessary Backups").value().size(), 1U);
-    EXPECT_EQ(files.read("/documents/Tessary Backups/" + name).value(), exportedJson(store).value());
+    const std::string backup = files.read("/documents/Tessary Backups/" + name).value();
+    EXPECT_EQ(backup, exportedJson(store).value());
+    for (const auto& each : {one, two}) ASSERT_TRUE(store.deletePage(each.value()));
+    ASSERT_TRUE(writeAutoBackup(store, "/documents", services));
+    EXPECT_EQ(files.read("/documents/Tessary Backups/" + name).value(), backup) << "what is left of an emptied library";
 }
 
 TEST_F(LibraryExchangeTest, NoBackupOfALibraryThatCouldNotBeRead) {

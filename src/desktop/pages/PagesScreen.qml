@@ -60,6 +60,8 @@ FocusScope {
         desk: screen.desk
     }
     function newPage() { screen.show(tree.addPage("")); }
+    readonly property bool hasPage: current.exists
+    function generateCards() { screen.generate(screen.shownPage, sheet.selection); }
 
     PageTreeModel {
         id: tree
@@ -124,7 +126,7 @@ FocusScope {
                 onPanelAsked: screen.togglePanel()
                 onMoveAsked: id => move.ask(id)
                 onEscaped: side.forceActiveFocus()
-                onGenerate: screen.generate(screen.shownPage, selection)
+                onGenerate: screen.generateCards()
             }
             EmptyState {
                 anchors.centerIn: parent
@@ -184,7 +186,7 @@ FocusScope {
             face: screen.face
             onFaceAsked: face => { screen.face = face; if (screen.wide) listing.panel = face; }
             onReview: screen.review(screen.shownPage)
-            onGenerate: screen.generate(screen.shownPage, sheet.selection)
+            onGenerate: screen.generateCards()
             onMakeCards: screen.told(current.makeCardsFromText())
             onGoTo: position => { sheet.goTo(position); screen.overlaid = false; }
             onHideAsked: screen.togglePanel()

@@ -7,6 +7,9 @@ import Tessary.Settings
 ColumnLayout {
     id: pane
 
+    /// Each has a title and a keyText.
+    property var commands: []
+
     spacing: 24
 
     RowLayout {
@@ -36,23 +39,32 @@ ColumnLayout {
     SettingGroup {
         title: qsTr("Keys")
         Repeater {
-            model: [
-                { keys: "Ctrl ,", does: qsTr("Settings") },
-                { keys: "Ctrl N", does: qsTr("New notebook, on the shelf") },
-                { keys: "Ctrl R", does: qsTr("Review what is due") },
-                { keys: qsTr("Space"), does: qsTr("Show the answer; rate as suggested") },
-                { keys: "1 – 4", does: qsTr("Rate: again, hard, good, easy") },
-                { keys: "Ctrl Z", does: qsTr("Take back the last rating") },
-                { keys: "Alt ←", does: qsTr("Back to where you were") },
-                { keys: "Ctrl Q", does: qsTr("Quit") }
-            ]
+            model: Array.from(pane.commands).filter(command => command.keyText !== "")
             delegate: SettingRow {
                 id: row
                 required property int index
                 required property var modelData
                 first: index === 0
+                title: modelData.title
+                Kbd { text: row.modelData.keyText }
+            }
+        }
+    }
+    SettingGroup {
+        title: qsTr("Keys in a review")
+        Repeater {
+            model: [
+                { keys: qsTr("Space"), does: qsTr("Show the answer; rate as suggested") },
+                { keys: "1 – 4", does: qsTr("Rate: again, hard, good, easy") },
+                { keys: "Ctrl Z", does: qsTr("Take back the last rating") }
+            ]
+            delegate: SettingRow {
+                id: reviewRow
+                required property int index
+                required property var modelData
+                first: index === 0
                 title: modelData.does
-                Kbd { text: row.modelData.keys }
+                Kbd { text: reviewRow.modelData.keys }
             }
         }
     }

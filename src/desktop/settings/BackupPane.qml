@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Dialogs
 import QtQuick.Layouts
 import Tessary.Kit
 import Tessary.Desk
@@ -11,6 +10,7 @@ ColumnLayout {
 
     required property Desk desk
     required property LibraryExchangeModel exchange
+    required property ExchangeDialogs dialogs
     required property LibraryCareModel care
 
     spacing: 24
@@ -52,7 +52,7 @@ ColumnLayout {
             PushButton {
                 text: qsTr("Save backup…")
                 enabled: !pane.exchange.busy
-                onClicked: save.open()
+                onClicked: pane.dialogs.askExport("json")
             }
         }
         SettingRow {
@@ -61,26 +61,9 @@ ColumnLayout {
             PushButton {
                 text: qsTr("Import…")
                 enabled: !pane.exchange.busy
-                onClicked: bringBack.open()
+                onClicked: pane.dialogs.askImport("json")
             }
         }
     }
     ExchangeStatus { exchange: pane.exchange }
-
-    FileDialog {
-        id: save
-        title: qsTr("Save backup")
-        fileMode: FileDialog.SaveFile
-        nameFilters: [qsTr("JSON files (*.json)")]
-        defaultSuffix: "json"
-        currentFile: currentFolder + "/" + pane.exchange.proposedName("json")
-        onAccepted: pane.exchange.exportTo("json", selectedFile)
-    }
-    FileDialog {
-        id: bringBack
-        title: qsTr("Choose a Tessary JSON backup to import")
-        acceptLabel: qsTr("Import")
-        nameFilters: [qsTr("JSON files (*.json)")]
-        onAccepted: pane.exchange.importFrom("json", selectedFile)
-    }
 }

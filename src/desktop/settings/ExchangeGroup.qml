@@ -1,31 +1,17 @@
 import QtQuick
-import QtQuick.Dialogs
 import QtQuick.Layouts
 import Tessary.Kit
 import Tessary.Settings
 
-/// The exports and the imports, each with the window that asks for its file.
+/// The exports and the imports.
 ColumnLayout {
     id: pane
 
     required property LibraryExchangeModel exchange
+    required property ExchangeDialogs dialogs
 
     spacing: 24
     Layout.fillWidth: true
-
-    function askExport(kind: string, filter: string) {
-        save.kind = kind;
-        save.nameFilters = [filter];
-        save.defaultSuffix = exchange.proposedName(kind).split(".").pop();
-        save.currentFile = save.currentFolder + "/" + exchange.proposedName(kind);
-        save.open();
-    }
-    function askImport(kind: string, title: string, filter: string) {
-        open.kind = kind;
-        open.title = title;
-        open.nameFilters = [filter];
-        open.open();
-    }
 
     SettingGroup {
         title: qsTr("Export")
@@ -36,7 +22,7 @@ ColumnLayout {
             PushButton {
                 text: qsTr("Export JSON…")
                 enabled: !pane.exchange.busy
-                onClicked: pane.askExport("json", qsTr("JSON files (*.json)"))
+                onClicked: pane.dialogs.askExport("json")
             }
         }
         SettingRow {
@@ -45,7 +31,7 @@ ColumnLayout {
             PushButton {
                 text: qsTr("Export Markdown…")
                 enabled: !pane.exchange.busy
-                onClicked: pane.askExport("markdown", qsTr("Markdown files (*.md)"))
+                onClicked: pane.dialogs.askExport("markdown")
             }
         }
         SettingRow {
@@ -54,7 +40,7 @@ ColumnLayout {
             PushButton {
                 text: qsTr("Export cards…")
                 enabled: !pane.exchange.busy
-                onClicked: pane.askExport("deck", qsTr("Text files (*.txt)"))
+                onClicked: pane.dialogs.askExport("deck")
             }
         }
     }
@@ -68,7 +54,7 @@ ColumnLayout {
             PushButton {
                 text: qsTr("Import notes…")
                 enabled: !pane.exchange.busy
-                onClicked: folder.open()
+                onClicked: pane.dialogs.askImport("notes")
             }
         }
         SettingRow {
@@ -77,8 +63,7 @@ ColumnLayout {
             PushButton {
                 text: qsTr("Import backup…")
                 enabled: !pane.exchange.busy
-                onClicked: pane.askImport("json", qsTr("Choose a Tessary JSON backup to import"),
-                                          qsTr("JSON files (*.json)"))
+                onClicked: pane.dialogs.askImport("json")
             }
         }
         SettingRow {
@@ -87,30 +72,8 @@ ColumnLayout {
             PushButton {
                 text: qsTr("Import cards…")
                 enabled: !pane.exchange.busy
-                onClicked: pane.askImport("deck", qsTr("Choose a deck file to import"),
-                                          qsTr("Deck files (*.txt *.tsv *.csv)"))
+                onClicked: pane.dialogs.askImport("deck")
             }
         }
-    }
-
-    FileDialog {
-        id: save
-        property string kind
-        title: qsTr("Export")
-        acceptLabel: qsTr("Export")
-        fileMode: FileDialog.SaveFile
-        onAccepted: pane.exchange.exportTo(kind, selectedFile)
-    }
-    FileDialog {
-        id: open
-        property string kind
-        acceptLabel: qsTr("Import")
-        onAccepted: pane.exchange.importFrom(kind, selectedFile)
-    }
-    FolderDialog {
-        id: folder
-        title: qsTr("Choose a folder of notes to import")
-        acceptLabel: qsTr("Import")
-        onAccepted: pane.exchange.importFrom("notes", selectedFolder)
     }
 }

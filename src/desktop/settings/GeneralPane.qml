@@ -28,7 +28,12 @@ ColumnLayout {
             title: qsTr("Reduce motion")
             detail: qsTr("Cards and panels change without moving.")
         }
-        // The companion's switch belongs here.
+        SettingToggle {
+            desk: pane.desk
+            key: "tessary.companion"
+            title: qsTr("Plim, the companion")
+            detail: qsTr("Sits in the sidebar and keeps you company in reviews.")
+        }
     }
     SettingGroup {
         title: qsTr("Language")

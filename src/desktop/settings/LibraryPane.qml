@@ -8,6 +8,7 @@ ColumnLayout {
     id: pane
 
     required property LibraryExchangeModel exchange
+    required property ExchangeDialogs dialogs
     required property LibraryCareModel care
 
     spacing: 24
@@ -85,5 +86,8 @@ ColumnLayout {
         }
     }
     ExchangeStatus { exchange: pane.exchange }
-    ExchangeGroup { exchange: pane.exchange }
+    ExchangeGroup {
+        exchange: pane.exchange
+        dialogs: pane.dialogs
+    }
 }

@@ -14,6 +14,8 @@ Screen {
     property string pane
     property LibraryExchangeModel exchange
     property LibraryCareModel care
+    /// Each has a title and a keyText, as the palette's commands do.
+    property var commands: []
 
     title: qsTr("Settings")
     onPaneChanged: open(pane)
@@ -44,6 +46,10 @@ Screen {
         function onActiveFocusItemChanged() { screen.reveal(screen.Window.activeFocusItem) }
     }
 
+    ExchangeDialogs {
+        id: exchangeDialogs
+        exchange: screen.exchange
+    }
     ListModel {
         id: paneModel
         Component.onCompleted: {
@@ -117,6 +123,7 @@ Screen {
         BackupPane {
             desk: screen.desk
             exchange: screen.exchange
+            dialogs: exchangeDialogs
             care: screen.care
         }
     }
@@ -124,11 +131,12 @@ Screen {
         id: library
         LibraryPane {
             exchange: screen.exchange
+            dialogs: exchangeDialogs
             care: screen.care
         }
     }
     Component {
         id: about
-        AboutPane {}
+        AboutPane { commands: screen.commands }
     }
 }

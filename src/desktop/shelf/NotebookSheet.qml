@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Dialogs
 import QtQuick.Layouts
 import Tessary.Kit
 import Tessary.Shelf
@@ -27,6 +28,13 @@ Sheet {
     NotebookDraft {
         id: draft
         shelf: sheet.shelf
+    }
+    FileDialog {
+        id: pictures
+        title: qsTr("Choose a picture for the cover")
+        acceptLabel: qsTr("Choose")
+        nameFilters: [draft.pictureFilter]
+        onAccepted: draft.chooseCoverImage(selectedFile)
     }
 
     RowLayout {
@@ -116,6 +124,21 @@ Sheet {
                 Item { Layout.fillWidth: true }
             }
             FormRow {
+                label: qsTr("Picture")
+                PushButton {
+                    text: draft.coverImage === "" ? qsTr("Choose picture…") : qsTr("Change picture…")
+                    iconName: "image"
+                    onClicked: pictures.open()
+                }
+                PushButton {
+                    visible: draft.coverImage !== ""
+                    kind: "ghost"
+                    text: qsTr("Remove picture")
+                    onClicked: draft.removeCoverImage()
+                }
+                Item { Layout.fillWidth: true }
+            }
+            FormRow {
                 label: qsTr("Material")
                 lineHeight: 54
                 CoverRow {
@@ -131,6 +154,7 @@ Sheet {
             }
             FormRow {
                 label: qsTr("Pattern")
+                visible: draft.coverImage === ""  // a picture takes its place
                 lineHeight: 54
                 CoverRow {
                     Layout.fillWidth: true

@@ -1,5 +1,8 @@
 #include "desktop/shelf/notebook_draft.h"
 
+#include <QtCore/QFileInfo>
+#include <QtGui/QImageReader>
+
 #include "desktop/shelf/cover_values.h"
 
 namespace tessary {
@@ -35,10 +38,35 @@ void NotebookDraft::begin(const QString& notebook) {
     Q_EMIT changed();
 }
 
+QString NotebookDraft::pictureFilter() const {
+    const QList<QByteArray> readable = QImageReader::supportedImageFormats();
+    QStringList patterns;
+    for (const char* const format : {"jpg", "jpeg", "png", "webp", "gif", "bmp", "svg", "tiff", "avif", "heic"}) {
+        if (readable.contains(format)) patterns.append(QLatin1String("*.") + QLatin1String(format));
+    }
+    return tr("Pictures (%1)").arg(patterns.join(' '));
+}
+
+void NotebookDraft::chooseCoverImage(const QUrl& file) {
+    const QString path = file.toLocalFile();
+    if (!QImageReader(path).canRead()) {
+        const QString sentence = tr("“%1” is not a picture that can be shown.").arg(QFileInfo(path).fileName());
+        if (shelf_ != nullptr) shelf_->desk()->refuse(sentence.toStdString());
+        return;
+    }
+    coverImage_ = path;
+    Q_EMIT changed();
+}
+
+void NotebookDraft::removeCoverImage() {
+    coverImage_.clear();
+    Q_EMIT changed();
+}
+
 QVariantMap NotebookDraft::look() const {
-    return {{"name", name_},     {"subtitle", subtitle_}, {"emoji", emoji_},     {"color", color_},
-            {"accent", accent_}, {"material", material_}, {"pattern", pattern_}, {"labelStyle", labelStyle_},
-            {"band", band_},     {"ribbon", ribbon_}};
+    return {{"name", name_},     {"subtitle", subtitle_}, {"emoji", emoji_},          {"color", color_},
+            {"accent", accent_}, {"material", material_}, {"pattern", pattern_},      {"labelStyle", labelStyle_},
+            {"band", band_},     {"ribbon", ribbon_},     {"coverImage", coverImage_}};
 }
 
 QString NotebookDraft::save() {

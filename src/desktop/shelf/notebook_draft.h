@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtCore/QUrl>
+
 #include "desktop/shelf/shelf_model.h"
 
 namespace tessary {
@@ -23,8 +25,10 @@ class NotebookDraft : public QObject {
     Q_PROPERTY(QString labelStyle MEMBER labelStyle_ NOTIFY changed)
     Q_PROPERTY(bool band MEMBER band_ NOTIFY changed)
     Q_PROPERTY(bool ribbon MEMBER ribbon_ NOTIFY changed)
-    /// The path of a picture on the cover, or empty.
-    Q_PROPERTY(QString coverImage MEMBER coverImage_ NOTIFY changed)
+    /// The path of a picture on the cover, or empty. One that was chosen comes into the library with `save`.
+    Q_PROPERTY(QString coverImage READ coverImage NOTIFY changed)
+    /// "Pictures (*.jpg *.png)": what a cover can show.
+    Q_PROPERTY(QString pictureFilter READ pictureFilter CONSTANT)
     /// The last colour that was one: what the preview shows while another is written.
     Q_PROPERTY(QString shownColor READ shownColor NOTIFY changed)
     Q_PROPERTY(bool colorIsValid READ colorIsValid NOTIFY changed)
@@ -36,10 +40,15 @@ public:
     void setColor(const QString& color);
     [[nodiscard]] QString shownColor() const { return shownColor_; }
     [[nodiscard]] bool colorIsValid() const;
+    [[nodiscard]] QString coverImage() const { return coverImage_; }
+    [[nodiscard]] QString pictureFilter() const;
     [[nodiscard]] bool canSave() const { return colorIsValid() && !name_.trimmed().isEmpty(); }
 
     /// Starts from this notebook as it is, or from a new one when `notebook` is empty.
     Q_INVOKABLE void begin(const QString& notebook);
+    /// A file that is no picture is refused, and the cover stays as it is.
+    Q_INVOKABLE void chooseCoverImage(const QUrl& file);
+    Q_INVOKABLE void removeCoverImage();
     /// Gives the notebook's identity, empty when refused.
     Q_INVOKABLE QString save();
 

@@ -226,6 +226,7 @@ QString ShelfModel::create(const QString& name, const QVariantMap& look) {
     if (desk_ == nullptr) return {};
     Notebook notebook = freshNotebook(summary_.notebooks);
     applyLook(look, notebook);
+    if (!applyCoverImage(look, notebook)) return {};
     notebook.name = name.trimmed().toStdString();
     return toQml(desk_->library().addNotebook(std::move(notebook)));
 }
@@ -235,7 +236,13 @@ bool ShelfModel::rename(const QString& notebook, const QString& name) {
 }
 
 bool ShelfModel::restyle(const QString& notebook, const QVariantMap& look) {
-    return change(notebook, [&](Notebook& changed) { applyLook(look, changed); });
+    const Notebook* const present = find(notebook);
+    Notebook pictured = present == nullptr ? Notebook{} : *present;
+    if (present != nullptr && !applyCoverImage(look, pictured)) return false;
+    return change(notebook, [&](Notebook& changed) {
+        applyLook(look, changed);
+        changed.coverImageFilename = pictured.coverImageFilename;
+    });
 }
 
 bool ShelfModel::setPinned(const QString& notebook, bool pinned) {
@@ -263,7 +270,20 @@ QVariantMap ShelfModel::lookOf(const QString& notebook) const {
 
 QString ShelfModel::coverImage(const Notebook& notebook) const {
     if (!notebook.coverImageFilename) return {};
-    return toQml((desk_->library().mediaFolder(MediaKind::cover) / *notebook.coverImageFilename).string());
+    // A name of another program's file may hold a path; only what lies in the folder is a cover.
+    const std::filesystem::path name = std::filesystem::path(*notebook.coverImageFilename).filename();
+    return toQml((desk_->library().mediaFolder(MediaKind::cover) / name).string());
+}
+
+bool ShelfModel::applyCoverImage(const QVariantMap& look, Notebook& notebook) {
+    const QString path = look.value("coverImage", coverImage(notebook)).toString();
+    if (path == coverImage(notebook)) return true;
+    notebook.coverImageFilename.reset();
+    if (path.isEmpty()) return true;
+    auto name = desk_->library().addMedia(MediaKind::cover, path.toStdString());
+    if (!name) return told(std::unexpected(name.error()));
+    notebook.coverImageFilename = std::move(*name);
+    return true;
 }
 
 int ShelfModel::rowOf(const QString& notebook) const {

@@ -66,8 +66,9 @@ public:
     /// With the look of `restyle`, and an own default for what it leaves out. Gives the notebook's identity.
     Q_INVOKABLE QString create(const QString& name, const QVariantMap& look = {});
     Q_INVOKABLE bool rename(const QString& notebook, const QString& name);
-    /// `look` has the keys name, subtitle, emoji, color, accent, material, pattern, labelStyle, band and ribbon as the
-    /// roles have them; what it leaves out stays.
+    /// `look` has the keys name, subtitle, emoji, color, accent, material, pattern, labelStyle, band, ribbon and
+    /// coverImage as the roles have them; what it leaves out stays. A picture from elsewhere is copied into the
+    /// library.
     Q_INVOKABLE bool restyle(const QString& notebook, const QVariantMap& look);
     Q_INVOKABLE bool setPinned(const QString& notebook, bool pinned);
     /// Its pages go to the Trash or become loose.
@@ -75,7 +76,7 @@ public:
     /// The notebook was opened now: it comes to the front.
     Q_INVOKABLE void noteOpened(const QString& notebook);
 
-    /// The keys of `restyle` and coverImage; of a notebook to be made when `notebook` is empty.
+    /// The keys of `restyle`; of a notebook to be made when `notebook` is empty.
     Q_INVOKABLE [[nodiscard]] QVariantMap lookOf(const QString& notebook) const;
     /// -1 when it isn't there.
     Q_INVOKABLE [[nodiscard]] int rowOf(const QString& notebook) const;
@@ -112,6 +113,7 @@ private:
     void take(std::vector<Row> rows);
     void dropMissing(const std::vector<Row>& rows);
     [[nodiscard]] QString coverImage(const Notebook& notebook) const;
+    bool applyCoverImage(const QVariantMap& look, Notebook& notebook);
     [[nodiscard]] const Notebook* find(const QString& notebook) const;
     bool change(const QString& notebook, const std::function<void(Notebook&)>& apply);
     bool told(const std::expected<void, Refusal>& done);

@@ -4,11 +4,6 @@ import QtQuick.Layouts
 import Tessary.Kit
 import Tessary.Shell
 import Tessary.Desk
-import Tessary.Today
-import Tessary.Shelf
-import Tessary.Pages
-import Tessary.Review
-import Tessary.Study
 import Tessary.Generation
 import Tessary.Search
 import Tessary.Settings
@@ -30,8 +25,6 @@ ApplicationWindow {
 
     readonly property bool reviewing: navigator.screen === "review"
     property bool closesAnyway: false
-    signal notebookWanted()
-    signal pageWanted()
 
     Binding {
         target: Theme
@@ -109,17 +102,16 @@ ApplicationWindow {
         desk: window.desk
         navigator: navigator
         sidebarFolded: memory.sidebarFolded
+        hasPage: content.hasPage
+        exchangeIsFree: !libraryExchange.busy
         onPaletteAsked: palette.show()
         onSearchAsked: search.show()
-        onNotebookAsked: {
-            navigator.openShelf()
-            window.notebookWanted()
-        }
-        onPageAsked: {
-            if (navigator.screen !== "pages" || navigator.place === "archive")
-                navigator.openPlace("all")
-            window.pageWanted()
-        }
+        onNotebookAsked: content.newNotebook()
+        onPageAsked: content.newPage()
+        onGenerationAsked: content.generateCards()
+        onExportAsked: kind => exchangeDialogs.askExport(kind)
+        onImportAsked: kind => exchangeDialogs.askImport(kind)
+        onBackupAsked: libraryExchange.backUp()
         onFoldAsked: memory.sidebarFolded = !memory.sidebarFolded
         onThemeAsked: theme => window.desk.theme = theme
         onQuitAsked: window.close()
@@ -133,6 +125,10 @@ ApplicationWindow {
         id: libraryExchange
         desk: window.desk
         onFinished: sentence => toasts.show(sentence, "", null)
+    }
+    ExchangeDialogs {
+        id: exchangeDialogs
+        exchange: libraryExchange
     }
     LibraryCareModel {
         id: libraryCare
@@ -154,7 +150,7 @@ ApplicationWindow {
         onFold: commandList.foldAsked()
     }
 
-    Loader {
+    WindowScreens {
         id: content
         anchors {
             left: sidebar.right
@@ -162,121 +158,15 @@ ApplicationWindow {
             top: parent.top
             bottom: parent.bottom
         }
-        focus: true
-        sourceComponent: navigator.screen === "today" ? today
-                       : navigator.screen === "shelf" ? shelf
-                       : navigator.screen === "pages" ? pages
-                       : navigator.screen === "study" ? study
-                       : navigator.screen === "deck" ? deck
-                       : navigator.screen === "trash" ? trash
-                       : navigator.screen === "settings" ? settings : review
-        onLoaded: (item as Item).forceActiveFocus()
-    }
-
-    Component {
-        id: today
-        Paper {
-            TodayScreen {
-                anchors.fill: parent
-                desk: window.desk
-                onReview: notebook => navigator.openReviewOf(notebook)
-                onOpenPage: (place, id) => navigator.openPage(place, id)
-                onOpenShelf: navigator.openShelf()
-                onMakeWelcome: sidebar.makeWelcomeNotebook()
-            }
-        }
-    }
-    Component {
-        id: shelf
-        Paper {
-            ShelfScreen {
-                id: shelfScreen
-                anchors.fill: parent
-                desk: window.desk
-                untouched: sidebar.untouched
-                onOpenNotebook: id => navigator.openPlace(id)
-                onStartReview: navigator.openReview("")
-                onWelcomeAsked: sidebar.makeWelcomeNotebook()
-            }
-            Connections {
-                target: window
-                function onNotebookWanted() { shelfScreen.newNotebook() }
-            }
-        }
-    }
-    Component {
-        id: pages
-        PagesScreen {
-            id: pagesScreen
-            desk: window.desk
-            place: navigator.place
-            page: navigator.page
-            onOpenPage: id => navigator.showPage(id)
-            onReview: id => navigator.openReview(id)
-            onOpenDeck: navigator.openDeck(navigator.place)
-            onGenerate: (id, selection) => generationSheet.openFor(id, selection)
-            onTold: sentence => toasts.show(sentence, "", null)
-            Connections {
-                target: window
-                function onPageWanted() { pagesScreen.newPage() }
-            }
-        }
-    }
-    Component {
-        id: study
-        Paper {
-            StudyScreen {
-                anchors.fill: parent
-                desk: window.desk
-                onReview: place => navigator.openReviewOf(place)
-                onOpenDeck: place => navigator.openDeck(place)
-                onOpenPages: navigator.openPlace("all")
-            }
-        }
-    }
-    Component {
-        id: deck
-        Paper {
-            DeckScreen {
-                anchors.fill: parent
-                desk: window.desk
-                place: navigator.deck
-                onReview: place => navigator.openReviewOf(place)
-                onOpenStudy: navigator.openStudy()
-                onOpenPage: (place, id) => navigator.openPage(place, id)
-            }
-        }
-    }
-    Component {
-        id: trash
-        Paper {
-            TrashScreen {
-                anchors.fill: parent
-                desk: window.desk
-            }
-        }
-    }
-    Component {
-        id: settings
-        Paper {
-            SettingsScreen {
-                anchors.fill: parent
-                desk: window.desk
-                pane: navigator.place
-                exchange: libraryExchange
-                care: libraryCare
-            }
-        }
-    }
-    Component {
-        id: review
-        ReviewScreen {
-            desk: window.desk
-            page: navigator.page
-            place: navigator.deck
-            onClosed: navigator.goBack()
-            onOpenPage: id => navigator.openPage("all", id)
-        }
+        desk: window.desk
+        navigator: navigator
+        untouched: sidebar.untouched
+        exchange: libraryExchange
+        care: libraryCare
+        commands: commandList.commands
+        onWelcomeAsked: sidebar.makeWelcomeNotebook()
+        onGenerate: (page, selection) => generationSheet.openFor(page, selection)
+        onTold: sentence => toasts.show(sentence, "", null)
     }
 
     Sheet {

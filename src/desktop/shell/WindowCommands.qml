@@ -9,16 +9,27 @@ CommandPalette {
 
     required property Navigator navigator
     property bool sidebarFolded: false
+    /// A page is on the sheet.
+    property bool hasPage: false
+    /// No export or import goes on.
+    property bool exchangeIsFree: true
     signal paletteAsked()
     signal searchAsked()
     signal notebookAsked()
     signal pageAsked()
+    signal generationAsked()
+    signal exportAsked(string kind)
+    signal importAsked(string kind)
+    signal backupAsked()
     signal foldAsked()
     signal themeAsked(string theme)
     signal quitAsked()
 
     readonly property bool reviewing: navigator.screen === "review"
     readonly property bool onShelf: navigator.screen === "shelf"
+    /// The cards of the notebook that is shown, else all.
+    readonly property string deckHere: navigator.screen !== "pages" || navigator.place === "favorites"
+                                       || navigator.place === "archive" ? "all" : navigator.place
 
     Command {
         title: qsTr("Commands")
@@ -47,6 +58,13 @@ CommandPalette {
         iconName: "plus"
         keys: commands.onShelf ? ["Ctrl+N", "Ctrl+Shift+N"] : ["Ctrl+Shift+N"]
         onTriggered: commands.notebookAsked()
+    }
+    Command {
+        title: qsTr("Generate cards for this page…")
+        keywords: qsTr("make questions ai flashcards")
+        iconName: "make"
+        enabled: commands.hasPage
+        onTriggered: commands.generationAsked()
     }
     Command {
         title: qsTr("Review all due cards")
@@ -98,6 +116,13 @@ CommandPalette {
         onTriggered: commands.navigator.openStudy()
     }
     Command {
+        title: qsTr("Open the deck")
+        keywords: qsTr("all cards list flashcards browse")
+        iconName: "list"
+        enabled: !commands.reviewing && commands.navigator.screen !== "deck"
+        onTriggered: commands.navigator.openDeck(commands.deckHere)
+    }
+    Command {
         title: qsTr("Go to Trash")
         keywords: qsTr("deleted restore")
         iconName: "trash"
@@ -111,6 +136,55 @@ CommandPalette {
         keys: ["Ctrl+,"]
         enabled: !commands.reviewing
         onTriggered: commands.navigator.openSettings()
+    }
+    Command {
+        title: qsTr("Export all pages as JSON…")
+        keywords: qsTr("save backup copy")
+        iconName: "upload"
+        enabled: commands.exchangeIsFree
+        onTriggered: commands.exportAsked("json")
+    }
+    Command {
+        title: qsTr("Export all pages as Markdown…")
+        keywords: qsTr("save md text document")
+        iconName: "upload"
+        enabled: commands.exchangeIsFree
+        onTriggered: commands.exportAsked("markdown")
+    }
+    Command {
+        title: qsTr("Export all cards…")
+        keywords: qsTr("save deck flashcards")
+        iconName: "upload"
+        enabled: commands.exchangeIsFree
+        onTriggered: commands.exportAsked("deck")
+    }
+    Command {
+        title: qsTr("Import notes…")
+        keywords: qsTr("add folder markdown text")
+        iconName: "download"
+        enabled: commands.exchangeIsFree
+        onTriggered: commands.importAsked("notes")
+    }
+    Command {
+        title: qsTr("Import backup…")
+        keywords: qsTr("restore json bring back pages")
+        iconName: "download"
+        enabled: commands.exchangeIsFree
+        onTriggered: commands.importAsked("json")
+    }
+    Command {
+        title: qsTr("Import cards…")
+        keywords: qsTr("add deck flashcards csv")
+        iconName: "download"
+        enabled: commands.exchangeIsFree
+        onTriggered: commands.importAsked("deck")
+    }
+    Command {
+        title: qsTr("Back up now")
+        keywords: qsTr("save copy backup")
+        iconName: "restore"
+        enabled: commands.exchangeIsFree
+        onTriggered: commands.backupAsked()
     }
     Command {
         title: qsTr("Go back")

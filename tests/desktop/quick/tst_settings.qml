@@ -39,6 +39,19 @@ ScreenTest {
         find("Reduce motion")
     }
 
+    function test_the_companion_is_switched_off() {
+        show("general")
+        click("Plim, the companion")
+        key("tessary.companion", "false")
+    }
+
+    function test_the_keys_are_those_of_the_commands() {
+        createTemporaryObject(screen, test, { desk: rig.desk, pane: "about", commands: [
+            { title: "Water the plants", keyText: "Ctrl W" }, { title: "Without a key", keyText: "" }] })
+        find("Ctrl W")
+        verify(!shows("Without a key"))
+    }
+
     function test_a_number_is_stored_or_refused() {
         show("flashcards")
         write("New cards", "35")

@@ -30,4 +30,17 @@ ScreenTest {
         click("Create notebook")
         tryVerify(() => rig.notebooks() === 1)
     }
+
+    function test_a_picture_for_the_cover_is_asked_for() {
+        show()
+        click("New notebook")
+        write("Name", "Botany")
+        verify(!shows("Remove picture"))
+        click("Choose picture…")
+        find("Choose a picture for the cover")
+        keyClick(Qt.Key_Escape)
+        verifyGone("Choose a picture for the cover")
+        click("Create notebook")
+        tryVerify(() => rig.notebooks() === 1)
+    }
 }
