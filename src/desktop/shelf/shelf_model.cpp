@@ -227,7 +227,9 @@ QString ShelfModel::create(const QString& name, const QVariantMap& look) {
     Notebook notebook = freshNotebook(summary_.notebooks);
     applyLook(look, notebook);
     notebook.name = name.trimmed().toStdString();
-    return toQml(desk_->library().addNotebook(std::move(notebook)));
+    const QString id = toQml(desk_->library().addNotebook(std::move(notebook)));
+    refresh();  // whoever made it goes to its row
+    return id;
 }
 
 bool ShelfModel::rename(const QString& notebook, const QString& name) {

@@ -38,7 +38,12 @@ void LibraryRig::open() {
 
 QString LibraryRig::welcome() { return toQml(makeWelcomeNotebook(*rig_->workspace)->notebook); }
 
-QString LibraryRig::addNotebook(const QString& name) { return toQml(rig_->library().addNotebook(name.toStdString())); }
+QString LibraryRig::addNotebook(const QString& name) {
+    Notebook notebook;
+    notebook.name = name.toStdString();
+    notebook.createdAt = rig_->desk.now() + notebooks();
+    return toQml(rig_->library().addNotebook(std::move(notebook)));
+}
 
 QString LibraryRig::addPage(const QString& notebook, const QString& title, const QString& body) {
     const auto in = notebook.isEmpty() ? std::nullopt : std::optional(fromQml<NotebookId>(notebook));

@@ -19,6 +19,7 @@ public:
     Q_INVOKABLE void open();
     /// Gives the identity of the welcome notebook.
     Q_INVOKABLE QString welcome();
+    /// Newer than those that are there.
     Q_INVOKABLE QString addNotebook(const QString& name);
     /// A loose page when `notebook` is empty.
     Q_INVOKABLE QString addPage(const QString& notebook, const QString& title, const QString& body);
