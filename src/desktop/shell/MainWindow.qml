@@ -298,6 +298,7 @@ ApplicationWindow {
 
     GenerationSheet {
         id: generationSheet
+        objectName: "generation"
         desk: window.desk
         generation: generation
         onOpenSettings: navigator.openSettings("ai")
