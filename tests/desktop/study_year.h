@@ -27,8 +27,14 @@ private:
     struct Subject {
         std::string name;
         std::string colorHex;
+        CoverMaterial material = CoverMaterial::classic;
+        CoverPattern pattern = CoverPattern::none;
+        CoverLabelStyle labelStyle = CoverLabelStyle::glass;
+        std::vector<std::string> titles;  ///< of its pages
+        std::string question;             ///< with its answer the first card; the others are made up
+        std::string answer;
         int cards = 0;
-        std::vector<PageId> pages;
+        std::vector<PageId> pages = {};
         int made = 0;
     };
 
@@ -37,17 +43,22 @@ private:
             Notebook notebook;
             notebook.name = subject.name;
             notebook.colorHex = subject.colorHex;
+            notebook.material = subject.material;
+            notebook.pattern = subject.pattern;
+            notebook.labelStyle = subject.labelStyle;
+            notebook.hasRibbon = subject.cards > 200;
+            notebook.hasBand = subject.cards < 100;
             const NotebookId id = workspace_.library().addNotebook(notebook);
-            for (int i = 1; i <= 6; ++i) {
+            for (const std::string& title : subject.titles) {
                 JournalEntry page;
-                page.title = subject.name + ", chapter " + std::to_string(i);
+                page.title = title;
                 page.notebookID = id;
                 subject.pages.push_back(*workspace_.library().addPage(page));
             }
         }
         Exam exam;
         exam.notebookID = workspace_.library().notebooks()[workspace_.library().notebooks().size() - 6].id;
-        exam.title = "Midterm";
+        exam.title = "Cell Biology, paper 2";
         exam.date = now_ + 9 * kSecondsPerDay;
         (void)workspace_.library().addExam(exam);
     }
@@ -73,8 +84,9 @@ private:
     CardContent card(Subject& subject) {
         const std::string number = std::to_string(++subject.made);
         CardContent content;
-        content.front = "Question " + number + " about " + subject.name + "?";
-        content.back = "What chapter says in sentence " + number + ".";
+        const std::string& title = subject.titles[static_cast<std::size_t>(subject.made) % subject.titles.size()];
+        content.front = subject.made == 1 ? subject.question : title + ": what is point " + number + "?";
+        content.back = subject.made == 1 ? subject.answer : "What the page says at point " + number + ".";
         if (subject.made % 5 == 0) {
             content.kind = FlashcardKind::cloze;
             content.front = "In " + subject.name + ", {{term " + number + "}} comes first.";
@@ -108,9 +120,58 @@ private:
     Workspace& workspace_;
     Date now_;
     std::mt19937 random_{20261121};
-    std::vector<Subject> subjects_{{"Cell Biology", "4F7F57", 214, {}, 0}, {"Modern History", "7A3B2E", 188, {}, 0},
-                                   {"Calculus II", "FFDB00", 162, {}, 0},  {"Deutsch B1", "34508F", 250, {}, 0},
-                                   {"Español A2", "DD7350", 97, {}, 0},    {"Organic Chemistry", "2F7F83", 90, {}, 0}};
+    std::vector<Subject> subjects_{
+        {.name = "Cell Biology",
+         .colorHex = "4F7F57",
+         .material = CoverMaterial::cloth,
+         .titles = {"Photosynthesis: light reactions", "The Calvin cycle", "Cell membranes", "Mitosis", "Meiosis",
+                    "Cell respiration"},
+         .question = "Where do the light reactions take place?",
+         .answer = "In the thylakoid membrane.",
+         .cards = 214},
+        {.name = "Modern History",
+         .colorHex = "7A3B2E",
+         .material = CoverMaterial::leather,
+         .labelStyle = CoverLabelStyle::embossed,
+         .titles = {"The Estates-General", "Congress of Vienna, 1815", "The Napoleonic Code", "1848",
+                    "Unification of Italy", "The road to 1914"},
+         .question = "Who presided over the Congress of Vienna?",
+         .answer = "Prince Metternich.",
+         .cards = 188},
+        {.name = "Calculus II",
+         .colorHex = "FFDB00",
+         .pattern = CoverPattern::grid,
+         .labelStyle = CoverLabelStyle::sticker,
+         .titles = {"Integration by parts", "Partial fractions", "Improper integrals", "Series and convergence",
+                    "Taylor polynomials", "Polar coordinates"},
+         .question = "Integration by parts: what is the formula?",
+         .answer = "∫ u dv = uv − ∫ v du",
+         .cards = 162},
+        {.name = "Deutsch B1",
+         .colorHex = "34508F",
+         .material = CoverMaterial::glossy,
+         .pattern = CoverPattern::stripes,
+         .titles = {"Wechselpräpositionen mit Akkusativ", "Konjunktiv II", "Reisen und Verkehr", "Nebensätze mit weil",
+                    "Passiv", "Adjektivendungen"},
+         .question = "Wann stehen Wechselpräpositionen mit dem Akkusativ?",
+         .answer = "Bei einer Bewegung zu einem Ziel hin.",
+         .cards = 250},
+        {.name = "Español A2",
+         .colorHex = "DD7350",
+         .material = CoverMaterial::kraft,
+         .pattern = CoverPattern::dots,
+         .titles = {"El subjuntivo después de «ojalá»", "Pretérito indefinido", "Ser y estar", "Por y para", "La casa",
+                    "Los viajes"},
+         .question = "Which mood follows «ojalá»?",
+         .answer = "The subjunctive.",
+         .cards = 97},
+        {.name = "Organic Chemistry",
+         .colorHex = "2F7F83",
+         .pattern = CoverPattern::waves,
+         .titles = {"Alkanes", "Nucleophilic substitution", "Elimination", "Aromatic rings", "Carbonyls", "Amines"},
+         .question = "What does SN2 do to the configuration?",
+         .answer = "It inverts it.",
+         .cards = 90}};
 };
 
 }  // namespace tessary

@@ -134,10 +134,10 @@ TEST_F(FlashcardStoreTest, SeveralCardsAreRemovedInOneChange) {
     std::vector<std::vector<CardId>> changes;
     const Subscription watching =
         store_->changed.connect([&](const std::vector<CardId>& ids) { changes.push_back(ids); });
-    EXPECT_EQ(store_->remove(std::vector{second, CardId{Uuid{}}, first}), 2U);
+    EXPECT_EQ(store_->removeCards({second, CardId{Uuid{}}, first}).size(), 2U);
     EXPECT_EQ(changes, (std::vector<std::vector<CardId>>{{first, second}}));
     EXPECT_FALSE(store_->canUndo()) << "the rated card is gone";
-    EXPECT_EQ(store_->remove(std::vector{first}), 0U);
+    EXPECT_TRUE(store_->removeCards({first}).empty());
     EXPECT_EQ(changes.size(), 1U) << "nothing was changed";
     EXPECT_EQ(store_->cards().size(), 1U);
     EXPECT_NE(store_->cards().find(stays), nullptr);

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "desktop/desk/desk.h"
-#include "desktop/generation/inquiry.h"
+#include "desktop/desk/inquiry.h"
 
 namespace tessary {
 

@@ -183,6 +183,7 @@ Item {
             PlimBadge {
                 id: companion
                 desk: sidebar.desk
+                visible: desk.companion && (!sidebar.folded || sidebar.height >= 700)
                 size: 44
                 reaction: sidebar.generation.running ? "think" : "idle"
                 Layout.alignment: Qt.AlignHCenter

@@ -25,11 +25,10 @@ std::string backOf(const Flashcard& card) {
 
 void DeckModel::setDesk(Desk* desk) {
     if (desk == desk_) return;
-    work_.reset();
+    listing_.cancel();
     if (desk_ != nullptr) desk_->disconnect(this);
     desk_ = desk;
     if (desk_ != nullptr) {
-        work_ = std::make_unique<LatestJob>(desk_->loop());
         connect(desk_, &Desk::cardsChanged, this, &DeckModel::refresh);
         connect(desk_, &Desk::libraryChanged, this, &DeckModel::refresh);
     }
@@ -80,13 +79,14 @@ void DeckModel::refresh() {
                       .place = place_,
                       .leechLapses = desk_->cards().leechLapses(),
                       .now = desk_->now()};
-    work_->start([this, source = std::move(source), query = query_, &text = desk_->ports().text](
-                     std::stop_token stop, const Job::Post& post) mutable {
-        DeckListing listing = listDeck(source, query, text, stop);
-        source = {};
-        if (stop.stop_requested()) return;
-        post([this, listing = std::move(listing)]() mutable { take(std::move(listing)); });
-    });
+    listing_.ask(
+        desk_->loop(),
+        [source = std::move(source), query = query_, &text = desk_->ports().text](std::stop_token stop) mutable {
+            DeckListing listing = listDeck(source, query, text, stop);
+            source = {};
+            return listing;
+        },
+        [this](DeckListing listing) { take(std::move(listing)); });
 }
 
 void DeckModel::take(DeckListing listing) {

@@ -4,7 +4,7 @@
 #include <unordered_set>
 
 #include "desktop/desk/desk.h"
-#include "desktop/study/latest_job.h"
+#include "desktop/desk/inquiry.h"
 #include "study/deck_listing.h"
 
 namespace tessary {
@@ -137,7 +137,7 @@ private:
     std::unordered_set<CardId> selection_;
     int anchor_ = 0;  ///< row that was picked last
     RecordList<Flashcard>::Snapshot before_;  ///< what `undo` brings back
-    std::unique_ptr<LatestJob> work_;  // last: its thread reports to all of this
+    Inquiry<DeckListing> listing_;
 };
 
 }  // namespace tessary

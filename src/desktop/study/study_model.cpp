@@ -8,11 +8,10 @@ namespace tessary {
 
 void StudyModel::setDesk(Desk* desk) {
     if (desk == desk_) return;
-    work_.reset();
+    counting_.cancel();
     if (desk_ != nullptr) desk_->disconnect(this);
     desk_ = desk;
     if (desk_ != nullptr) {
-        work_ = std::make_unique<LatestJob>(desk_->loop());
         connect(desk_, &Desk::cardsChanged, this, &StudyModel::refresh);
         connect(desk_, &Desk::libraryChanged, this, &StudyModel::refresh);
     }
@@ -25,18 +24,19 @@ void StudyModel::refresh() {
     StudyMaterial material{.cards = desk_->cards().cards().snapshot(),
                            .pages = desk_->library().entries().snapshot(),
                            .leechLapses = desk_->cards().leechLapses()};
-    work_->start([this, material = std::move(material), &calendar = desk_->ports().calendar,
-                  &log = desk_->workspace().reviewLog(),
-                  now = desk_->now()](std::stop_token stop, const Job::Post& post) mutable {
-        auto numbers = std::make_shared<Numbers>();
-        numbers->today = calendar.civilTime(now).day;
-        numbers->statistics = studyStatistics(material, calendar, now, kForecastDays, stop);
-        material = {};
-        const std::vector<ReviewLogEntry> entries = log.read(historyStart(calendar, now), stop);
-        if (stop.stop_requested()) return;
-        numbers->history = reviewHistory(entries, calendar, now);
-        post([this, numbers = std::move(numbers)]() mutable { take(std::move(numbers)); });
-    });
+    counting_.ask(
+        desk_->loop(),
+        [material = std::move(material), &calendar = desk_->ports().calendar, &log = desk_->workspace().reviewLog(),
+         now = desk_->now()](std::stop_token stop) mutable {
+            auto numbers = std::make_shared<Numbers>();
+            numbers->today = calendar.civilTime(now).day;
+            numbers->statistics = studyStatistics(material, calendar, now, kForecastDays, stop);
+            material = {};
+            const std::vector<ReviewLogEntry> entries = log.read(historyStart(calendar, now), stop);
+            numbers->history = reviewHistory(entries, calendar, now);
+            return std::shared_ptr<const Numbers>(std::move(numbers));
+        },
+        [this](std::shared_ptr<const Numbers> numbers) { take(std::move(numbers)); });
 }
 
 void StudyModel::take(std::shared_ptr<const Numbers> numbers) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/study/latest_job.h"
+#include "desktop/desk/inquiry.h"
 #include "desktop/study/study_decks_model.h"
 
 namespace tessary {
@@ -84,7 +84,7 @@ private:
     Desk* desk_ = nullptr;
     std::shared_ptr<const Numbers> numbers_;
     StudyDecksModel decks_;
-    std::unique_ptr<LatestJob> work_;  // last: its thread reports to all of this
+    Inquiry<std::shared_ptr<const Numbers>> counting_;
 };
 
 }  // namespace tessary

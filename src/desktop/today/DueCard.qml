@@ -64,24 +64,28 @@ Surface {
             }
         }
 
-        Row {
-            id: bars
+        Item {
             visible: card.today.due > 0
             Layout.fillWidth: true
-            Layout.preferredHeight: 8
-            spacing: 3
+            implicitHeight: 8
             Accessible.ignored: true
-            Repeater {
-                model: card.today.decks
-                delegate: Rectangle {
-                    required property var modelData
-                    readonly property real share: modelData.due / Math.max(1, card.today.due)
-                    width: Math.max(4, (bars.width - (card.today.decks.length - 1) * bars.spacing) * share)
-                    height: 8
-                    radius: 4
-                    color: modelData.color === "" ? Theme.edge : modelData.color
-                    border.width: Theme.contrast(color, Theme.raised) < 3 ? 1 : 0
-                    border.color: Theme.edge
+            RowLayout {
+                anchors.fill: parent
+                spacing: 3
+                Repeater {
+                    model: card.today.decks
+                    delegate: Rectangle {
+                        required property var modelData
+                        Layout.fillWidth: true
+                        Layout.minimumWidth: 8
+                        // The row gives out its width in these shares.
+                        Layout.preferredWidth: 10000 * modelData.due / Math.max(1, card.today.due)
+                        implicitHeight: 8
+                        radius: 4
+                        color: modelData.color === "" ? Theme.edge : modelData.color
+                        border.width: Theme.contrast(color, Theme.raised) < 3 ? 1 : 0
+                        border.color: Theme.edge
+                    }
                 }
             }
         }

@@ -107,6 +107,7 @@ FocusScope {
                     Layout.fillWidth: true
                     Layout.maximumWidth: screen.wide ? 344 : -1
                     Layout.preferredWidth: screen.wide ? 344 : -1
+                    Layout.minimumWidth: screen.wide ? 300 : 0
                     Layout.alignment: Qt.AlignTop
                     spacing: 16
                     ExamCard {

@@ -40,7 +40,7 @@ TodayModel::TodayModel() {
 void TodayModel::setDesk(Desk* desk) {
     if (desk == desk_) return;
     if (desk_ != nullptr) desk_->disconnect(this);
-    count_.reset();
+    counting_.cancel();
     desk_ = desk;
     if (desk_ != nullptr) {
         connect(desk_, &Desk::libraryChanged, this, &TodayModel::refresh);
@@ -52,23 +52,20 @@ void TodayModel::setDesk(Desk* desk) {
 }
 
 void TodayModel::refresh() {
-    Workspace& workspace = desk_->workspace();
     TodayMaterial material{.study = {.cards = desk_->cards().cards().snapshot(),
                                      .pages = desk_->library().entries().snapshot(),
                                      .leechLapses = desk_->cards().leechLapses()},
                            .notebooks = desk_->library().notebooks().snapshot(),
                            .exams = desk_->library().exams().snapshot(),
                            .log = {}};
-    const LocalCalendar& calendar = desk_->ports().calendar;
-    const Date now = desk_->now();
-    count_ = std::make_unique<Job>(
-        desk_->loop(), [this, &workspace, &calendar, now, material = std::move(material)](
-                           std::stop_token stop, const Job::Post& post) mutable {
-            material.log = workspace.reviewLog().read(historyStart(calendar, now), stop);
-            TodaySummary summary = todaySummary(material, calendar, now, stop);
-            if (stop.stop_requested()) return;
-            post([this, summary = std::move(summary)]() mutable { show(std::move(summary)); });
-        });
+    counting_.ask(
+        desk_->loop(),
+        [material = std::move(material), &calendar = desk_->ports().calendar, &log = desk_->workspace().reviewLog(),
+         now = desk_->now()](std::stop_token stop) mutable {
+            material.log = log.read(historyStart(calendar, now), stop);
+            return todaySummary(material, calendar, now, stop);
+        },
+        [this](TodaySummary summary) { show(std::move(summary)); });
 }
 
 void TodayModel::show(TodaySummary summary) {

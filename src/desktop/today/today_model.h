@@ -2,10 +2,9 @@
 
 #include <QtCore/QTimer>
 #include <QtCore/QVariantList>
-#include <memory>
 
-#include "ai/job.h"
 #include "desktop/desk/desk.h"
+#include "desktop/desk/inquiry.h"
 #include "desktop/today/today_summary.h"
 
 namespace tessary {
@@ -76,7 +75,7 @@ private:
     QString reaction_ = "idle";
     TodaySummary summary_;
     QTimer minutely_;  // cards fall due, and days end, while nothing changes
-    std::unique_ptr<Job> count_;
+    Inquiry<TodaySummary> counting_;
 };
 
 }  // namespace tessary

@@ -104,9 +104,8 @@ void tellDecks(TodaySummary& summary, const StudyStatistics& statistics, const N
         const NotebookLook& look = names.of(notebook);
         summary.decks.push_back({.notebook = notebook, .name = look.name, .color = look.color, .due = stats.due});
     }
-    std::ranges::sort(summary.decks, [](const auto& a, const auto& b) {
-        return a.due != b.due ? a.due > b.due : a.name < b.name;
-    });
+    std::ranges::sort(summary.decks,
+                      [](const auto& a, const auto& b) { return a.due != b.due ? a.due > b.due : a.name < b.name; });
 }
 
 void tellExams(TodaySummary& summary, const TodayMaterial& material, const Names& names, const LocalCalendar& calendar,

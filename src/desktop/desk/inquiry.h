@@ -10,15 +10,16 @@
 namespace tessary {
 
 /// Finds something out on a thread of its own. Of several questions only the last is answered, after those before it
-/// have come to their end, so that asking never waits. Main thread only, but for the question itself.
+/// have come to their end, so that asking never waits. Main thread only, but for the question itself. A model declares
+/// it last: its thread works on what stands above.
 template <class Answer>
 class Inquiry {
 public:
     /// On the inquiry's thread; must not throw, and return soon after its token is stopped.
-    using Question = std::function<Answer(std::stop_token)>;
+    using Question = std::move_only_function<Answer(std::stop_token)>;
 
     /// `loop` outlives the inquiry.
-    void ask(MainLoop& loop, Question question, std::function<void(Answer)> told) {
+    void ask(MainLoop& loop, Question question, std::move_only_function<void(Answer)> told) {
         next_ = [this, &loop, question = std::move(question), told = std::move(told)]() mutable {
             job_ = std::make_unique<Job>(loop, [this, question = std::move(question), told = std::move(told)](
                                                    std::stop_token stop, const Job::Post& post) mutable {
