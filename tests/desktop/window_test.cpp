@@ -9,6 +9,7 @@
 #include "desktop/desk_rig.h"
 #include "desktop/search/command_palette.h"
 #include "desktop/shell/navigator.h"
+#include "desktop/today/today_model.h"
 #include "desktop/window.h"
 #include "library/library_exchange.h"
 
@@ -28,6 +29,11 @@ protected:
 
     QQuickWindow& window() { return *qobject_cast<QQuickWindow*>(engine_.rootObjects().front()); }
     Navigator& navigator() { return *window().findChild<Navigator*>(); }
+    /// What is laid out and drawn may complain, too.
+    void look() {
+        QCoreApplication::processEvents();
+        EXPECT_FALSE(window().grabWindow().isNull());
+    }
 
     NotebookId notebook_ = makeWelcomeNotebook(*workspace)->notebook;
     std::vector<std::string> problems_;
@@ -36,13 +42,18 @@ protected:
 
 TEST_F(WindowTest, EveryScreenComesUpWithoutAComplaint) {
     ASSERT_FALSE(engine_.rootObjects().isEmpty());
+    const QString notebook = toQml(notebook_);
+    const QString page = toQml(library().entries()[0].id);
     const std::vector<std::function<void(Navigator&)>> ways{
+        [](Navigator& navigator) { navigator.openToday(); },
         [](Navigator& navigator) { navigator.openStudy(); },
-        [this](Navigator& navigator) { navigator.openDeck(toQml(notebook_)); },
+        [&](Navigator& navigator) { navigator.openDeck(notebook); },
         [](Navigator& navigator) { navigator.openDeck("all"); },
-        [this](Navigator& navigator) { navigator.openReviewOf(toQml(notebook_)); },
-        [this](Navigator& navigator) { navigator.openPlace(toQml(notebook_)); },
+        [&](Navigator& navigator) { navigator.openReviewOf(notebook); },
+        [&](Navigator& navigator) { navigator.openPlace(notebook); },
+        [&](Navigator& navigator) { navigator.openPage(notebook, page); },
         [](Navigator& navigator) { navigator.openPlace("favorites"); },
+        [](Navigator& navigator) { navigator.openPlace("archive"); },
         [](Navigator& navigator) { navigator.openTrash(); },
         [](Navigator& navigator) { navigator.openSettings(); },
         [](Navigator& navigator) { navigator.openSettings("flashcards"); },
@@ -50,17 +61,56 @@ TEST_F(WindowTest, EveryScreenComesUpWithoutAComplaint) {
         [](Navigator& navigator) { navigator.openSettings("backup"); },
         [](Navigator& navigator) { navigator.openSettings("library"); },
         [](Navigator& navigator) { navigator.openSettings("about"); },
+        [&](Navigator& navigator) { navigator.openReview(page); },
         [](Navigator& navigator) { navigator.openReview(""); },
         [](Navigator& navigator) { navigator.goBack(); },
         [](Navigator& navigator) { navigator.openShelf(); },
     };
-    for (const char* const theme : {"light", "dark"}) {
+    for (const auto& [theme, size] : {std::pair("light", QSize(1280, 800)), std::pair("dark", QSize(900, 600))}) {
         desk.setTheme(theme);
+        window().resize(size);
         for (const auto& go : ways) {
             go(navigator());
-            QCoreApplication::processEvents();
+            look();
+        }
+        for (const char* const name : {"search", "palette", "generation"}) {
+            auto* const sheet = window().findChild<QObject*>(name);
+            ASSERT_NE(sheet, nullptr) << name;
+            QMetaObject::invokeMethod(sheet, "open");
+            look();
+            EXPECT_TRUE(sheet->property("visible").toBool()) << name;
+            QMetaObject::invokeMethod(sheet, "close");
         }
     }
+    EXPECT_EQ(problems_, std::vector<std::string>{});
+}
+
+TEST_F(WindowTest, TodayLeadsOn) {
+    const QString notebook = toQml(notebook_);
+    const QString page = toQml(library().entries()[0].id);
+    struct Case {
+        const char* asked;
+        QStringList of;
+        QStringList leadsTo;  ///< screen, place, deck, page
+    };
+    const auto ask = [this](const Case& one) {
+        navigator().openToday();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);  // the screen of the time before
+        std::vector<QGenericArgument> of(2);
+        for (qsizetype i = 0; i < one.of.size(); ++i) of[static_cast<std::size_t>(i)] = Q_ARG(QString, one.of[i]);
+        QObject* const today = window().findChild<TodayModel*>()->parent();
+        EXPECT_TRUE(QMetaObject::invokeMethod(today, one.asked, of[0], of[1])) << one.asked;
+        return QStringList{navigator().screen(), navigator().place(), navigator().deck(), navigator().page()};
+    };
+    for (const Case& one : {
+             Case{"review", {""}, {"review", "", "", ""}},
+             Case{"review", {notebook}, {"review", "", notebook, ""}},
+             Case{"openPage", {notebook, page}, {"pages", notebook, "", page}},
+             Case{"openShelf", {}, {"shelf", "", "", ""}},
+         })
+        EXPECT_EQ(ask(one).join('|').toStdString(), one.leadsTo.join('|').toStdString()) << one.asked;
+    ask({"makeWelcome", {}, {}});
+    EXPECT_EQ(library().notebooks().size(), 2U);
     EXPECT_EQ(problems_, std::vector<std::string>{});
 }
 

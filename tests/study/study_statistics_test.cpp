@@ -159,6 +159,43 @@ TEST_F(StudyStatisticsTest, AReviewBelongsToItsLocalDay) {
     EXPECT_EQ(history.activeDays, 5);
 }
 
+// Zones that set their clocks at midnight: a day may begin at 1:00, and a midnight may come twice.
+TEST_F(StudyStatisticsTest, DaysWithoutAMidnightOrWithTwoAreDays) {
+    struct Case {
+        const char* zone;
+        const char* first;  ///< moment of the day of the change
+        const char* last;
+        CivilDay day;
+    };
+    for (const Case& one : {
+             Case{"America/Sao_Paulo", "2018-11-04T03:00:00Z", "2018-11-05T01:59:59Z", {2018, 11, 4}},
+             Case{"Asia/Beirut", "2026-03-28T22:00:00Z", "2026-03-29T20:59:59Z", {2026, 3, 29}},
+             Case{"Asia/Beirut", "2025-10-24T21:00:00Z", "2025-10-25T21:59:59Z", {2025, 10, 25}},
+             Case{"America/Havana", "2025-11-02T04:00:00Z", "2025-11-03T04:59:59Z", {2025, 11, 2}},
+         }) {
+        const IcuCalendar calendar(one.zone);
+        const Date first = at(one.first);
+        const Date next = at(one.last) + 1;
+        entries_.clear();
+        material_ = {};
+        const PageId page = addPage(notebook_);
+        for (const Date moment : {first + -1, first, at(one.last), next}) {
+            const std::string text = *formatIso8601(moment);
+            addRated(page, text);
+            rated(text, card_);
+        }
+        // Asked at 0:30 of the day before, a time that the day may not have.
+        const Date before = first + (1800 - kSecondsPerDay);
+        EXPECT_EQ(studyStatistics(material_, calendar, before, 3).forecast, (std::vector<std::int64_t>{1, 2, 1}))
+            << one.zone;
+        const ReviewHistory soon = reviewHistory(entries_, calendar, next);
+        EXPECT_EQ(reviewsOn(soon, one.day), 2) << one.zone;
+        EXPECT_EQ(soon.streak, 3) << one.zone;
+        const ReviewHistory later = reviewHistory(entries_, calendar, calendar.addingDays(first, 364));
+        EXPECT_EQ(reviewsOn(later, one.day), 2) << one.zone;
+    }
+}
+
 TEST_F(StudyStatisticsTest, AYearBeginsOnAMondayAndEndsToday) {
     rated("2025-11-16T22:59:00Z", card_);  // Sunday: before the first week
     rated("2025-11-16T23:00:00Z", card_);  // Monday, 17 November 2025

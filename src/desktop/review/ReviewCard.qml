@@ -89,7 +89,7 @@ Item {
             Translate { id: rise }
         ]
         Accessible.role: Accessible.Grouping
-        Accessible.name: stage.back ? stage.review.card.back : stage.review.card.front
+        Accessible.name: stage.back && !stage.choosing ? stage.review.card.back : stage.review.card.front
 
         ColumnLayout {
             anchors.fill: parent

@@ -228,7 +228,9 @@ QString ShelfModel::create(const QString& name, const QVariantMap& look) {
     applyLook(look, notebook);
     if (!applyCoverImage(look, notebook)) return {};
     notebook.name = name.trimmed().toStdString();
-    return toQml(desk_->library().addNotebook(std::move(notebook)));
+    const QString id = toQml(desk_->library().addNotebook(std::move(notebook)));
+    refresh();  // whoever made it goes to its row
+    return id;
 }
 
 bool ShelfModel::rename(const QString& notebook, const QString& name) {

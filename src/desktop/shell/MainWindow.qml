@@ -188,6 +188,7 @@ ApplicationWindow {
 
     GenerationSheet {
         id: generationSheet
+        objectName: "generation"
         desk: window.desk
         generation: generation
         onOpenSettings: navigator.openSettings("ai")

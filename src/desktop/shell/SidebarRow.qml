@@ -24,6 +24,8 @@ T.AbstractButton {
     Accessible.name: count > 0 ? qsTr("%1, %2").arg(text).arg(count) : text
     Accessible.selected: selected
     Accessible.onPressAction: clicked()
+    Keys.onReturnPressed: row.clicked()
+    Keys.onEnterPressed: row.clicked()
 
     background: Item {
         Surface {
@@ -72,6 +74,7 @@ T.AbstractButton {
             text: row.text
             weight: row.selected ? 600 : 500
             color: row.selected ? Theme.ink : Theme.ink2
+            Accessible.ignored: true
         }
         Rectangle {
             id: badge
@@ -90,6 +93,7 @@ T.AbstractButton {
                 size: 12
                 weight: 700
                 color: Theme.onAccent
+                Accessible.ignored: true
             }
         }
         Txt {
@@ -101,6 +105,7 @@ T.AbstractButton {
             size: 12
             weight: 500
             color: Theme.ink3
+            Accessible.ignored: true
         }
     }
 }

@@ -83,6 +83,7 @@ FocusScope {
                     PushButton {
                         controlSize: 28
                         text: qsTr("Restore")
+                        Accessible.name: qsTr("Restore %1").arg(row.title)
                         iconName: "undo"
                         onClicked: model.restore(row.pageId)
                     }

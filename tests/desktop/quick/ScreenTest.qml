@@ -19,7 +19,10 @@ TestCase {
     function init() {
         failOnWarning(/.?/)
         rig.open()
+        prepare()
     }
+    /// What each test of a screen begins with.
+    function prepare() {}
     /// The item of this accessible name, waited for.
     function find(name) {
         tryVerify(() => rig.find(test, name) !== null, 2000, "shown: " + name)
@@ -32,7 +35,14 @@ TestCase {
         tryVerify(() => rig.find(test, name) === null, 2000, "gone: " + name)
     }
     function click(name) {
-        mouseClick(find(name))
+        mouseClick(placed(find(name)))
+    }
+    /// The item, when it has been laid out with all around it.
+    function placed(item) {
+        for (let around = item; around; around = around.parent)
+            if (isPolishScheduled(around))
+                waitForItemPolished(around, 2000)
+        return item
     }
     /// Types into the field of this name, in place of what stands there.
     function write(name, text) {

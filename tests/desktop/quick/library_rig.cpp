@@ -7,6 +7,9 @@
 #include <QtQuick/QQuickWindow>
 #include <algorithm>
 
+#include "desktop/companion/plim_item.h"
+#include "library/library_json.h"
+
 namespace tessary {
 namespace {
 
@@ -35,7 +38,12 @@ void LibraryRig::open() {
 
 QString LibraryRig::welcome() { return toQml(makeWelcomeNotebook(*rig_->workspace)->notebook); }
 
-QString LibraryRig::addNotebook(const QString& name) { return toQml(rig_->library().addNotebook(name.toStdString())); }
+QString LibraryRig::addNotebook(const QString& name) {
+    Notebook notebook;
+    notebook.name = name.toStdString();
+    notebook.createdAt = rig_->desk.now() + notebooks();
+    return toQml(rig_->library().addNotebook(std::move(notebook)));
+}
 
 QString LibraryRig::addPage(const QString& notebook, const QString& title, const QString& body) {
     const auto in = notebook.isEmpty() ? std::nullopt : std::optional(fromQml<NotebookId>(notebook));
@@ -46,9 +54,65 @@ QString LibraryRig::addCard(const QString& page, const QString& front, const QSt
     return toQml(rig_->addCard(fromQml<PageId>(page), front.toStdString(), back.toStdString()));
 }
 
+QString LibraryRig::addSubpage(const QString& page, const QString& title) {
+    JournalEntry subpage;
+    subpage.title = title.toStdString();
+    subpage.parentID = fromQml<PageId>(page);
+    subpage.notebookID = rig_->library().entries().find(*subpage.parentID)->notebookID;
+    return toQml(*rig_->library().addPage(subpage));
+}
+
+QString LibraryRig::addCloze(const QString& page, const QString& sentence) {
+    CardContent content;
+    content.kind = FlashcardKind::cloze;
+    content.front = sentence.toStdString();
+    return toQml(rig_->addCard(fromQml<PageId>(page), content));
+}
+
+QString LibraryRig::addChoice(const QString& page, const QString& front, const QStringList& options, int correct) {
+    CardContent content;
+    content.kind = FlashcardKind::multipleChoice;
+    content.front = front.toStdString();
+    for (const QString& option : options) content.options.push_back(option.toStdString());
+    content.correctIndex = correct;
+    content.back = options[correct].toStdString();
+    return toQml(rig_->addCard(fromQml<PageId>(page), content));
+}
+
+void LibraryRig::addExam(const QString& notebook, const QString& title, int daysAhead) {
+    Exam exam;
+    exam.notebookID = fromQml<NotebookId>(notebook);
+    exam.title = title.toStdString();
+    exam.date = rig_->desk.now() + daysAhead * kSecondsPerDay;
+    if (!rig_->library().addExam(exam)) qFatal("The exam was refused.");
+}
+
+void LibraryRig::trash(const QString& page) {
+    if (!rig_->library().deletePage(fromQml<PageId>(page))) qFatal("The page was not deleted.");
+}
+
 void LibraryRig::rate(const QString& card, int rating, double daysAgo) {
     rig_->cards().rate(fromQml<CardId>(card), static_cast<Rating>(rating), rig_->desk.now() - daysAgo * kSecondsPerDay);
     (void)rig_->workspace->flush();
+}
+
+QVariantMap LibraryRig::card(const QString& card) const {
+    const Flashcard* const found = rig_->cards().cards().find(fromQml<CardId>(card));
+    if (found == nullptr) return {};
+    return {{"front", toQml(found->front)},
+            {"reps", static_cast<int>(found->memory.reps)},
+            {"suspended", found->suspended},
+            {"flagged", found->flagged},
+            {"dueIn", found->memory.due - rig_->desk.now()}};
+}
+
+QVariantMap LibraryRig::notebook(const QString& name) const {
+    const auto& notebooks = rig_->library().notebooks();
+    const auto found = std::ranges::find(notebooks, name.toStdString(), &Notebook::name);
+    if (found == notebooks.end()) return {};
+    return {{"color", toQml((*found).colorHex)},
+            {"material", QString::fromUtf8(enumName((*found).material))},
+            {"pinned", (*found).isPinned}};
 }
 
 QString LibraryRig::titleOf(const QString& page) const {
@@ -89,6 +153,11 @@ QString LibraryRig::setting(const QString& key) const {
     return toQml(rig_->ports.settings.text(key.toStdString()).value_or(""));
 }
 
+void LibraryRig::set(const QString& key, const QString& value) {
+    const auto stored = rig_->ports.settings.setText(key.toStdString(), value.toStdString());
+    if (!stored) qFatal("%s", stored.error().c_str());
+}
+
 void LibraryRig::serveCards(const QStringList& fronts) {
     QJsonArray cards;
     for (const QString& front : fronts) {
@@ -106,11 +175,9 @@ void LibraryRig::serve(LoopbackServer::Answer answer) {
         if (request.path != "/api/tags") return answer;
         return LoopbackServer::Answer{.body = R"({"models":[{"name":"llama3.2:latest"}]})"};
     });
-    for (const auto& [key, value] : {std::pair<std::string, std::string>{"flashcards.provider", "ollama"},
-                                     {"flashcards.ollamaURL", server_.address()},
-                                     {"flashcards.makeSummary", "false"}}) {
-        if (const auto stored = rig_->ports.settings.setText(key, value); !stored) qFatal("%s", stored.error().c_str());
-    }
+    set("flashcards.provider", "ollama");
+    set("flashcards.ollamaURL", toQml(server_.address()));
+    set("flashcards.makeSummary", "false");
 }
 
 QQuickItem* LibraryRig::find(QQuickItem* item, const QString& name) const {
@@ -120,6 +187,15 @@ QQuickItem* LibraryRig::find(QQuickItem* item, const QString& name) const {
 QString LibraryRig::describe(QQuickItem* item) const {
     QAccessibleInterface* const interface = QAccessible::queryAccessibleInterface(item);
     return interface == nullptr ? QString() : interface->text(QAccessible::Description);
+}
+
+bool LibraryRig::moves(QQuickItem* companion) const { return qobject_cast<PlimItem*>(companion)->isRunning(); }
+
+int LibraryRig::paints(QQuickItem* companion) const { return qobject_cast<PlimItem*>(companion)->paints(); }
+
+void LibraryRig::pass(QQuickItem* companion, double seconds) {
+    constexpr double kStep = 0.1;
+    for (double t = 0; t < seconds; t += kStep) qobject_cast<PlimItem*>(companion)->tick(Date{t});
 }
 
 }  // namespace tessary
