@@ -32,7 +32,8 @@ std::string workLine(const GreetingMoment& moment) {
         return keeps ? fmt::format("{} today, and your streak grows to {} days.", cards(moment.due), moment.streak + 1)
                      : fmt::format("{} {} for you.", cards(moment.due), moment.due == 1 ? "waits" : "wait");
     }
-    if (!moment.hasCards) return "Write a page, make a few cards of it, and they come back just before you forget them.";
+    if (!moment.hasCards)
+        return "Write a page, make a few cards of it, and they come back just before you forget them.";
     if (!moment.studiedToday) return "Nothing is due. A good moment to write something new.";
     if (moment.streak >= kStreakIsTold) return fmt::format("All done, {} days in a row.", moment.streak);
     return "All done for today.";

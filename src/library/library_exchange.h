@@ -62,8 +62,8 @@ std::expected<ImportCount, Refusal> importJson(JournalStore& store, const std::f
                                                    const StoreServices& services);
 
 /// The automatic backup on quit: all live pages in the export's format, as "Tessary-yyyy-MM-dd.json" in
-/// `documents`/"Tessary Backups". A second one on the same day replaces the first. An empty library needs none. Not made
-/// when a library file could not be read at start.
+/// `documents`/"Tessary Backups". A second one on the same day replaces the first. An empty library needs none. Not
+/// made when a library file could not be read at start.
 std::expected<void, Refusal> writeAutoBackup(const JournalStore& store, const std::filesystem::path& documents,
                                              const StoreServices& services);
 

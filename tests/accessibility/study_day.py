@@ -41,6 +41,9 @@ class Day:
         self.window.press(role, name)
 
     def first_look(self):
+        self.window.find("push button", "Show me around")
+        self.look_around("today, nothing there yet")
+        self.press("Open the shelf")
         self.window.find("push button", starting("Look around"))
         self.look_around("empty shelf")
 
@@ -78,8 +81,8 @@ class Day:
 
     def visit(self):
         for place, item in [("All pages", ("list item", TITLE)), ("Favorites", ("label", "There are no pages here yet.")),
-                            ("Archive", ("label", "There are no pages here yet.")),
-                            ("Study", ("label", "Nothing is due now.")), ("Trash", ("label", "The trash is empty.")),
+                            ("Archive", ("label", "Nothing is archived.")),
+                            ("Study", ("heading", "Your year")), ("Trash", ("label", starting("Nothing here."))),
                             ("All Notes, 1", ("push button", f"{NOTEBOOK}, 1 page"))]:
             self.press(place)
             self.window.find(*item)

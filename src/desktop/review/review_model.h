@@ -129,7 +129,7 @@ private:
     State state_ = State::idle;
     std::optional<CardId> shownId_;
     std::vector<Given> given_;  ///< what was not taken back
-    bool hadCards_ = false;     ///< in this sitting
+    bool hadCards_ = false;  ///< in this sitting
     ReviewSession::Remaining remaining_;
     QElapsedTimer thinking_;
     DelayedTask waiting_;

@@ -23,7 +23,7 @@ Item {
         font: label.font
         wrapWidth: marked.lines > 1 ? marked.width : 0
         lineHeight: marked.lines > 1 ? label.lineHeight : label.implicitHeight
-        marks: marked.marks
+        marks: marked.marks ?? []  // a row that is going has none
     }
     FontMetrics {
         id: metrics

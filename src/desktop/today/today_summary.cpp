@@ -13,6 +13,7 @@ constexpr std::size_t kPagesShown = 4;
 constexpr std::size_t kExamsShown = 3;
 constexpr std::size_t kDaysShown = 7;
 constexpr std::size_t kLooksForStop = 1024;  // cards between two
+constexpr double kLately = 30 * kSecondsPerDay;
 /// Answers that tell how long one takes; fewer don't.
 constexpr std::size_t kAnswersWanted = 20;
 
@@ -130,10 +131,11 @@ void tellHistory(TodaySummary& summary, const TodayMaterial& material, const Loc
     summary.longestStreak = history.longestStreak;
     summary.week.assign(history.days.end() - kDaysShown, history.days.end());
     summary.studiedToday = history.days.back().reviews > 0;
+    const Date lately = now - kLately;
     double seconds = 0;
     std::size_t timed = 0;
     for (const ReviewLogEntry& entry : material.log) {
-        if (entry.kind != ReviewLogEntry::Kind::rating || entry.secondsTaken <= 0) continue;
+        if (entry.kind != ReviewLogEntry::Kind::rating || entry.secondsTaken <= 0 || entry.at < lately) continue;
         seconds += entry.secondsTaken;
         ++timed;
     }
