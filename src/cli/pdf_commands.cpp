@@ -2,6 +2,7 @@
 
 #include "ai/page_source.h"
 #include "ai/text_cleaning.h"
+#include "app/pdf_file.h"
 #include "base/text.h"
 #include "cli/identifiers.h"
 #include "cli/interrupts.h"
@@ -22,19 +23,6 @@ struct AttachArgs {
 };
 
 std::string nameOf(const fs::path& file) { return onOneLine(file.filename().string()); }
-
-/// A damaged PDF may be worth keeping, a file of another kind is a mistake.
-void requirePdf(const FileSystem& files, const fs::path& file) {
-    constexpr std::string_view kSignature = "%PDF-";
-    constexpr std::size_t kSignatureWithin = 1024;  // bytes; readers take it anywhere there
-    const FileResult<std::string> content = files.read(file);
-    if (!content) throw CommandFailure(content.error().message);
-    const std::string_view head = std::string_view(*content).substr(0, kSignatureWithin);
-    const bool isPdf = head.find(kSignature) != std::string_view::npos;
-    if (!isPdf && asciiLowered(file.extension().string()) != ".pdf") {
-        throw CommandFailure("\"" + file.string() + "\" is not a PDF.");
-    }
-}
 
 /// Why the AI can read nothing in a PDF; absent when it can.
 std::optional<std::string> whyUnreadable(const fs::path& file, PdfReader& pdfs, const ProgramStreams& streams,
@@ -61,7 +49,9 @@ std::optional<std::string> whyUnreadable(const fs::path& file, PdfReader& pdfs, 
 void attachPdfs(CommandContext& context, const AttachArgs& args) {
     JournalStore& library = context.open(WorkspaceUse::change).library();
     JournalEntry page = findPage(library, args.page);
-    for (const std::string& file : args.files) requirePdf(context.system().files, file);
+    for (const std::string& file : args.files) {
+        if (const auto problem = whyNoPdf(context.system().files, file)) throw CommandFailure(*problem);
+    }
     const Interrupts interrupts;
     for (const fs::path file : args.files) {
         const std::optional<std::string> problem =

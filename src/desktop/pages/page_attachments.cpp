@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "ai/page_source.h"
+#include "app/pdf_file.h"
 
 namespace tessary {
 
@@ -89,7 +90,9 @@ QHash<int, QByteArray> PageAttachments::roleNames() const {
 }
 
 void PageAttachments::attach(const QUrl& file) {
-    const auto name = desk_->library().addMedia(MediaKind::pdf, file.toLocalFile().toStdString());
+    const std::string path = file.toLocalFile().toStdString();
+    if (const auto problem = whyNoPdf(desk_->ports().files, path)) return desk_->refuse(*problem);
+    const auto name = desk_->library().addMedia(MediaKind::pdf, path);
     if (!name) return desk_->refuse(name.error());
     const JournalEntry* const found = page();
     if (found == nullptr) return;

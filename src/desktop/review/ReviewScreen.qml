@@ -27,6 +27,8 @@ FocusScope {
                                       : sitting.state === "empty" ? empty.nextItemInFocusChain(true) : card.focusTarget
 
     function settle() {
+        if (editor.visible)
+            return;
         screen.focusTarget?.forceActiveFocus(screen.usesKeys ? Qt.TabFocusReason : Qt.OtherFocusReason);
     }
     function close() {

@@ -6,6 +6,11 @@
 
 namespace tessary {
 
+SidebarModel::SidebarModel() {
+    minutely_.setInterval(std::chrono::minutes(1));
+    connect(&minutely_, &QTimer::timeout, this, &SidebarModel::refresh);
+}
+
 void SidebarModel::setDesk(Desk* desk) {
     if (desk == desk_) return;
     desk_ = desk;
@@ -14,6 +19,7 @@ void SidebarModel::setDesk(Desk* desk) {
             if (!desk_->told().typed) refresh();  // no title or text is shown
         });
         connect(desk_, &Desk::cardsChanged, this, &SidebarModel::refresh);
+        minutely_.start();
     }
     Q_EMIT deskChanged();
     refresh();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtCore/QAbstractListModel>
+#include <QtCore/QTimer>
 
 #include "desktop/desk/desk.h"
 
@@ -21,6 +22,8 @@ class SidebarModel : public QAbstractListModel {
 
 public:
     enum Role { NotebookIdRole = Qt::UserRole, NameRole, ColorRole, DueRole };
+
+    SidebarModel();
 
     [[nodiscard]] Desk* desk() const { return desk_; }
     void setDesk(Desk* desk);
@@ -55,6 +58,7 @@ private:
     void take(std::vector<Row> rows);
 
     Desk* desk_ = nullptr;
+    QTimer minutely_;  // cards fall due while nothing changes
     std::vector<Row> rows_;
     int favorites_ = 0;
     int due_ = 0;
