@@ -6,6 +6,7 @@
 
 #include "desktop/desk/desk.h"
 #include "desktop/ending_signals.h"
+#include "desktop/start_trace.h"
 #include "desktop/window.h"
 #include "platform/adapters/qt/qt_main_loop.h"
 
@@ -34,6 +35,7 @@ int showLibrary(const AppPaths& paths, const QString& startAt) {
     QtMainLoop loop;
     auto workspace = Workspace::open(paths, ports.forWorkspace(environmentValue, loop), WorkspaceUse::change);
     if (!workspace) return fail(workspace.error());
+    traceStart("library open");
     AISystem ai({.files = ports.files, .ids = ports.ids, .text = ports.text}, environmentValue);
     int code = 0;
     {
@@ -41,6 +43,8 @@ int showLibrary(const AppPaths& paths, const QString& startAt) {
         QQmlApplicationEngine engine;
         load(engine, "Tessary.Shell", "MainWindow", {{"desk", QVariant::fromValue(&desk)}, {"startAt", startAt}});
         if (engine.rootObjects().isEmpty()) return fail("The window could not be made.");
+        traceStart("window made");
+        traceFirstFrame(engine.rootObjects().front());
         code = QGuiApplication::exec();
     }
     // The window has closed the library; what the user chose to leave unsaved is tried once more.
@@ -70,6 +74,7 @@ int main(int argc, char** argv) {
     QGuiApplication::setDesktopFileName("com.tessary.Tessary");
     tessary::chooseLook();
     const QGuiApplication app(argc, argv);
+    tessary::traceStart("application made");
     QCommandLineParser parser;
     parser.setApplicationDescription("A study notebook: pages, cards, and reviews just before you would forget.");
     parser.addHelpOption();
