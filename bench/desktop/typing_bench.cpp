@@ -40,6 +40,12 @@ void turnFor(qint64 milliseconds, std::vector<double>& turns) {
     }
 }
 
+/// Also deletes the screen before, which without a running event loop would live on and work along.
+void settle() {
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
 void tell(const char* what, std::vector<double> times) {
     std::ranges::sort(times);
     const auto at = [&](double share) { return times[static_cast<std::size_t>(share * double(times.size() - 1))]; };
@@ -100,9 +106,9 @@ int main(int argc, char** argv) {
         if (!ports.settings.setText("entrySortMode", order)) return 1;
         desk.listingChanged();
         navigator.openShelf();
-        QCoreApplication::processEvents();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);  // the screen before is gone
+        settle();
         navigator.openPlace("all");
+        settle();
         typeInto(window, order);
     }
     return workspace->close() ? 0 : 1;

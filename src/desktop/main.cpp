@@ -7,6 +7,7 @@
 
 #include "desktop/desk/desk.h"
 #include "desktop/ending_signals.h"
+#include "desktop/start_trace.h"
 #include "desktop/window.h"
 #include "platform/adapters/qt/qt_main_loop.h"
 
@@ -54,6 +55,7 @@ int showLibrary(const AppPaths& paths, const QString& startAt) {
     QtMainLoop loop;
     auto workspace = Workspace::open(paths, ports.forWorkspace(environmentValue, loop), WorkspaceUse::change);
     if (!workspace) return showUnopened(paths, ports, workspace.error());
+    traceStart("library open");
     AISystem ai({.files = ports.files, .ids = ports.ids, .text = ports.text}, environmentValue);
     int code = 0;
     {
@@ -61,6 +63,8 @@ int showLibrary(const AppPaths& paths, const QString& startAt) {
         QQmlApplicationEngine engine;
         load(engine, "Tessary.Shell", "MainWindow", {{"desk", QVariant::fromValue(&desk)}, {"startAt", startAt}});
         if (engine.rootObjects().isEmpty()) return fail("The window could not be made.");
+        traceStart("window made");
+        traceFirstFrame(engine.rootObjects().front());
         code = QGuiApplication::exec();
     }
     // The window has closed the library; what the user chose to leave unsaved is tried once more.
@@ -128,6 +132,7 @@ int main(int argc, char** argv) {
         return tessary::fail("There is no display for the window here. In a terminal, use “tessary-cli review”.");
     }
     const QGuiApplication app(argc, argv);
+    tessary::traceStart("application made");
     line.read(app);
     QGuiApplication::setWindowIcon(tessary::windowIcon());
     const tessary::EndingSignals signalsEndTheLoop;

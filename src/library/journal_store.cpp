@@ -76,8 +76,11 @@ void JournalStore::makeBackups() {
     removeStaleTemporaries(services_.files, folders_.base);
     // What cannot be read has its own copy and must not push out good ones, start by start.
     if (entriesFile_.outcome() != LoadOutcome::loaded) return;
-    makeRollingBackup(folders_, services_, kRollingBackups);
-    makeDailyBackup(folders_, services_, kDailyBackupDays);
+    // Before any save on the same queue, so it is the file as it was found; the start does not wait for the disk.
+    queue_.post([folders = folders_, services = services_] {
+        makeRollingBackup(folders, services, kRollingBackups);
+        makeDailyBackup(folders, services, kDailyBackupDays);
+    });
 }
 
 void JournalStore::dropRestoredFromTrash() {

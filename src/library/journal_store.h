@@ -47,8 +47,8 @@ enum class SortOrder { newest, oldest };
 /// each file whole, on the serial queue. `NtoFlushStore` writes everything pending.
 class JournalStore {
 public:
-    /// Loads all files. With `readWrite` access it also makes the backups, purges the trash and removes left-overs of
-    /// a crash: the caller holds the library's lock.
+    /// Loads all files. With `readWrite` access it also purges the trash, removes left-overs of a crash, and has the
+    /// queue make the backups: the caller holds the library's lock.
     /// `queue` is the store's own ("com.vorlek.Notara.save"); it outlives the store.
     JournalStore(LibraryFolders folders, StoreServices services, SerialQueue& queue, StoreAccess access);
     ~JournalStore();

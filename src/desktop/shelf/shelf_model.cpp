@@ -5,7 +5,6 @@
 #include <tuple>
 #include <unordered_map>
 
-#include "desktop/desk/due_counts.h"
 #include "desktop/shelf/notebook_look.h"
 #include "library/library_json.h"
 
@@ -67,7 +66,7 @@ ShelfModel::Content ShelfModel::contentNow() const {
     content.summary.pages = static_cast<int>(library.entries().size());
 
     Row loose{looseNotebook(), 0, 0};
-    const std::unordered_map<PageId, int> due = dueCounts(desk_->cards(), desk_->now());
+    const std::unordered_map<PageId, int>& due = desk_->due();
     for (const JournalEntry& page : library.entries()) {
         const auto waiting = due.find(page.id);
         const int count = waiting == due.end() ? 0 : waiting->second;
