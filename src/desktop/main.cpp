@@ -58,6 +58,7 @@ int showLibrary(const AppPaths& paths, const QString& startAt) {
     traceStart("library open");
     AISystem ai({.files = ports.files, .ids = ports.ids, .text = ports.text}, environmentValue);
     int code = 0;
+    bool closed = false;
     {
         Desk desk(**workspace, ports, loop, ai);
         QQmlApplicationEngine engine;
@@ -66,9 +67,11 @@ int showLibrary(const AppPaths& paths, const QString& startAt) {
         traceStart("window made");
         traceFirstFrame(engine.rootObjects().front());
         code = QGuiApplication::exec();
+        closed = desk.closed();
     }
-    // The window has closed the library; what the user chose to leave unsaved is tried once more.
-    const auto saved = (*workspace)->flush();
+    // The window has closed the library, unless a signal ended the program; what the user chose to leave unsaved is
+    // tried once more.
+    const auto saved = closed ? (*workspace)->flush() : (*workspace)->close();
     return saved ? code : fail(saved.error());
 }
 

@@ -153,6 +153,7 @@ void Desk::setCompanion(bool companion) {
 }
 
 QString Desk::closeLibrary() {
+    closed_ = true;
     const auto closed = workspace_.close();
     return closed ? QString() : toQml(closed.error());
 }

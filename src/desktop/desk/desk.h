@@ -79,6 +79,8 @@ public:
 
     /// Saves what is pending and makes the automatic backup. Gives what could not be done; empty when all was.
     Q_INVOKABLE QString closeLibrary();
+    /// Whether that was tried.
+    [[nodiscard]] bool closed() const { return closed_; }
 
     /// Stores a setting as the user wrote it and tells all who follow it. The error is for the user.
     std::expected<void, std::string> changeSetting(const SettingEntry& entry, const std::string& text);
@@ -112,6 +114,7 @@ private:
     SystemPorts& ports_;
     MainLoop& loop_;
     AISystem& ai_;
+    bool closed_ = false;
     bool libraryPending_ = false;
     bool cardsPending_ = false;
     bool typing_ = false;  ///< the change that is being made comes from a keystroke
