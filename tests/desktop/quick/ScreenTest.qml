@@ -25,8 +25,9 @@ TestCase {
     function prepare() {}
     /// The item of this accessible name, waited for.
     function find(name) {
-        tryVerify(() => rig.find(test, name) !== null, 2000, "shown: " + name)
-        return rig.find(test, name)
+        let item = null
+        tryVerify(() => (item = rig.find(test, name)) !== null, 2000, "shown: " + name)
+        return item
     }
     function shows(name) {
         return rig.find(test, name) !== null
@@ -35,7 +36,8 @@ TestCase {
         tryVerify(() => rig.find(test, name) === null, 2000, "gone: " + name)
     }
     function click(name) {
-        mouseClick(placed(find(name)))
+        placed(find(name))
+        mouseClick(find(name))  // laying out may have put another in its place
     }
     /// The item, when it has been laid out with all around it.
     function placed(item) {

@@ -23,17 +23,23 @@ ScreenTest {
         return shown
     }
 
+    /// Until all that was typed has been looked for.
+    function look(shown, text) {
+        type(text)
+        tryVerify(() => !shown.search.searching)
+    }
+
     function test_typed_words_lead_to_a_page_by_keys_alone() {
         const botany = rig.addNotebook("Botany")
         rig.addPage(botany, "Moss", "Grows without roots")
         const fern = rig.addPage(botany, "Fern", "Has roots and fronds")
         rig.addPage("", "Stone", "")
         const shown = show()
-        type("roots")
+        look(shown, "roots")
         tryCompare(shown, "count", 2)
         tryCompare(shown, "note", "2 pages")
         keyClick(Qt.Key_Space)
-        type("frond")
+        look(shown, "frond")
         tryCompare(shown, "count", 1)
         find("Fern, Botany")
         keyClick(Qt.Key_Return)
@@ -47,7 +53,7 @@ ScreenTest {
         const shown = show()
         keyClick(Qt.Key_Return)
         compare(opened, "")
-        type("tea")
+        look(shown, "tea")
         tryCompare(shown, "count", 3)
         compare(shown.currentIndex, 0)
         keyClick(Qt.Key_Up)
@@ -57,7 +63,7 @@ ScreenTest {
         compare(shown.currentIndex, 2)
         keyClick(Qt.Key_PageUp)
         compare(shown.currentIndex, 0)
-        type("x")
+        look(shown, "x")
         tryCompare(shown, "count", 0)
         find("No page holds all of these words.")
         keyClick(Qt.Key_Escape)
@@ -68,7 +74,7 @@ ScreenTest {
     function test_a_click_opens_and_the_next_search_begins_anew() {
         const page = rig.addPage("", "Tea", "with milk")
         const shown = show()
-        type("milk")
+        look(shown, "milk")
         click("Tea, Loose pages")
         compare(opened, "loose/" + page)
         tryVerify(() => !shown.visible)
