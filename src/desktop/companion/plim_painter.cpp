@@ -1,7 +1,11 @@
 #include "desktop/companion/plim_painter.h"
 
+#include <QtCore/QSemaphore>
+#include <QtCore/QThread>
+#include <QtCore/QThreadPool>
 #include <algorithm>
 
+#include "base/function_ref.h"
 #include "desktop/companion/plim_brush.h"
 #include "desktop/companion/plim_parts.h"
 
@@ -35,13 +39,7 @@ QTransform bodySpace(const PlimPose& pose) {
     return space;
 }
 
-}  // namespace
-
-PlimDetail detailFor(double logicalSize) {
-    return logicalSize <= 40 ? PlimDetail::speck : logicalSize <= 56 ? PlimDetail::badge : PlimDetail::full;
-}
-
-void drawPlim(QImage& canvas, const PlimFrame& frame, PlimLook look) {
+void paintPlim(QImage& canvas, const PlimFrame& frame, PlimLook look) {
     canvas.fill(Qt::transparent);
     QPainter painter(&canvas);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -82,6 +80,28 @@ void drawPlim(QImage& canvas, const PlimFrame& frame, PlimLook look) {
         painter.setWorldTransform(effect.body ? QTransform::fromTranslate(-kHeart.x(), -kHeart.y()) * body : space);
         effect.type == "notebook" ? drawNotebook(painter, effect, pose, look) : drawEffect(painter, effect, look);
     }
+}
+
+/// Qt spreads each larger fill over its threads and waits for them, which takes as long again as the fill itself when
+/// the picture is this small. Within one of those threads it does not.
+void onOneThread(FunctionRef<void()> paint) {
+    QThreadPool& threads = *QThreadPool::globalInstance();
+    QSemaphore done;
+    const bool taken = !threads.contains(QThread::currentThread()) && threads.tryStart([&] {
+        paint();
+        done.release();
+    });
+    taken ? done.acquire() : paint();
+}
+
+}  // namespace
+
+PlimDetail detailFor(double logicalSize) {
+    return logicalSize <= 40 ? PlimDetail::speck : logicalSize <= 56 ? PlimDetail::badge : PlimDetail::full;
+}
+
+void drawPlim(QImage& canvas, const PlimFrame& frame, PlimLook look) {
+    onOneThread([&] { paintPlim(canvas, frame, look); });
 }
 
 }  // namespace tessary
